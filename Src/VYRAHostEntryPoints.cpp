@@ -1,0 +1,120 @@
+// What the simulator calls: start, stop and the event hook, each handed on to the subsystem that it is for.
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "VYRADataAccess.h"
+#include "VYRAHostServices.h"
+#include "VYRALoader.h"
+#include "VYRALoaderHostCalls.h"
+#include "VYRALoaderLifecycle.h"
+#include "VYRALoaderRegistry.h"
+#include "VYRAProcessingLoops.h"
+
+namespace {
+
+constexpr int kHostInterfaceRevision = 18;
+
+// Tells whoever reads the host's datarefs which build runs, when the host has registered the place for it.
+void PublishBuildString() {
+  const VYRADataRef buildString = VYRAFindDataRef("sim/version/vyra_build_string");
+  if (buildString == nullptr) return;
+  char build[64];
+  std::snprintf(build, sizeof(build), "%s %s", __DATE__, __TIME__);
+  VYRASetDatab(buildString, build, 0, static_cast<int>(std::strlen(build) + 1));
+}
+
+void Broadcast(int message, void* param) {
+  const StDispatchCallback dispatch(VYRA_HOST_PLUGIN);
+  VYRASendMessageToPlugin(VYRA_NO_PLUGIN, message, param);
+}
+
+bool IsUsersPlane(const void* planeIndex) { return reinterpret_cast<std::intptr_t>(planeIndex) == 0; }
+
+// Plugins hear of the plane before its own plugins are loaded, and of its end before they are unloaded, so
+// an aircraft's plugins receive the second message only.
+void PlaneLoaded(void* planeIndex) {
+  Broadcast(VYRA_MESSAGE_PLANE_LOADED, planeIndex);
+  if (!IsUsersPlane(planeIndex)) return;
+  VYRAFindAndLoadUserAcfPlugins();
+  VYRAEnableACFPlugins();
+}
+
+void PlaneUnloaded(void* planeIndex) {
+  Broadcast(VYRA_MESSAGE_PLANE_UNLOADED, planeIndex);
+  if (!IsUsersPlane(planeIndex)) return;
+  VYRADisableACFPlugins();
+  VYRAUnloadAcfPlugin();
+}
+
+// A pass, and then the reload that was asked for before or in it. A pass inside a plugin's code leaves the
+// reload to the pass around it.
+int VYRADoFlightLoopProcessing(float now, int event) {
+  VYRAProcessingRunPass(now, event != 0 ? VYRA_FLIGHT_LOOP_PHASE_1 : VYRA_FLIGHT_LOOP_PHASE_0);
+  if (gScheduleReload && !VYRALoaderIsNested()) VYRAReloadPluginsInternal();
+  return 1;
+}
+
+}  // namespace
+
+int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, void* self) {
+  if (systemPath == nullptr || services == nullptr || !gAllPlugins.empty()) return kHostInterfaceRevision;
+  const StHostCall call;
+  // A shutdown inside a plugin's code left modules open whose IDs must not be given out yet.
+  if (VYRALoaderHasWaitingModules()) return kHostInterfaceRevision;
+  gSelf = self;
+  gHooks = services;
+  PublishBuildString();
+  VYRAFindAndLoadPlugins(systemPath);
+  VYRAEnableAllPlugins();
+  return kHostInterfaceRevision;
+}
+
+void VYRAShutdownPlugins(void) {
+  const StHostCall call;
+  VYRADisableAllPlugins();
+  VYRAUnloadPlugins();
+  gScheduleReload = false;
+}
+
+int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float /*elapsed2*/) {
+  // Nothing is loaded before the start, after the shutdown and in the middle of a reload, and without the
+  // host's own record nothing may be.
+  if (gAllPlugins.empty()) return 1;
+  const StHostCall call;
+  switch (event) {
+    case VYRA_EVENT_FLIGHT_LOOPS_0:
+    case VYRA_EVENT_FLIGHT_LOOPS_1:
+      return VYRADoFlightLoopProcessing(elapsed, event);
+    case VYRA_EVENT_BROADCAST_101:
+      Broadcast(VYRA_MESSAGE_HOST_101, nullptr);
+      break;
+    case VYRA_EVENT_PLANE_LOADED:
+      PlaneLoaded(param);
+      break;
+    case VYRA_EVENT_BROADCAST_103:
+      Broadcast(VYRA_MESSAGE_HOST_103, nullptr);
+      break;
+    case VYRA_EVENT_BROADCAST_104:
+      Broadcast(VYRA_MESSAGE_HOST_104, nullptr);
+      break;
+    case VYRA_EVENT_BROADCAST_105:
+      Broadcast(VYRA_MESSAGE_HOST_105, nullptr);
+      break;
+    case VYRA_EVENT_PLANE_UNLOADED:
+      PlaneUnloaded(param);
+      break;
+    case VYRA_EVENT_BROADCAST_107:
+      Broadcast(VYRA_MESSAGE_HOST_107, nullptr);
+      break;
+    case VYRA_EVENT_SCENERY_PACKAGE:
+      if (param != nullptr) VYRAFindAndLoadSceneryPlugins(static_cast<const char*>(param));
+      break;
+    case VYRA_EVENT_BROADCAST_108:
+      Broadcast(VYRA_MESSAGE_HOST_108, param);
+      break;
+    default:
+      break;
+  }
+  return 1;
+}

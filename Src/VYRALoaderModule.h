@@ -1,0 +1,11 @@
+// Loading one module: opening it, asking it for its identity, and giving it a place in the registry or
+// leaving no trace of it.
+#pragma once
+
+#include <string>
+
+#include "VYRADefs.h"
+
+// Loads, starts and registers one module; its ID, or -1. With `verbose`, a file that cannot be loaded is
+// logged; a module that can, but does not start, is logged in any case. Enables nothing.
+VYRAPluginID LoadOnePlugin(const std::string& path, int verbose);

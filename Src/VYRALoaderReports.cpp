@@ -1,0 +1,36 @@
+#include "VYRALoaderReports.h"
+
+#include "VYRAHostServices.h"
+#include "VYRALoaderRegistry.h"
+
+const char* DebugCurrentPluginName() {
+  if (gDispatchedPlugin == VYRA_NO_PLUGIN) return "[NO_PLUGIN_ID]";
+  if (gDispatchedPlugin == VYRA_HOST_PLUGIN) return "[VYRA_PLUGIN_SKYVORA]";
+  if (gDispatchedPlugin < 0) return "[Bad plugin ID low]";
+  if (!VYRARegistryHolds(gDispatchedPlugin)) return "[Bad plugin ID high]";
+  return VYRARegistryRecord(gDispatchedPlugin).name.c_str();
+}
+
+const char* VYRADebugGetCurrentPluginName(void) { return DebugCurrentPluginName(); }
+
+bool VYRAHasError() {
+  return VYRARegistryHolds(gDispatchedPlugin) && VYRARegistryRecord(gDispatchedPlugin).error != nullptr;
+}
+
+void VYRASendError(const char* message) {
+  if (VYRAHasError()) VYRARegistryRecord(gDispatchedPlugin).error(message);
+}
+
+void VYRASetErrorCallback(VYRAError_f callback) {
+  // A plugin whose module is about to close must not leave a pointer into it behind.
+  if (gDispatchedPlugin != VYRA_HOST_PLUGIN && !VYRARegistryIsLoaded(gDispatchedPlugin)) return;
+  if (VYRARegistryHolds(gDispatchedPlugin)) VYRARegistryRecord(gDispatchedPlugin).error = callback;
+}
+
+void VYRALogPluginWarning(const char* message) {
+  if (VYRARegistryHolds(gDispatchedPlugin)) {
+    VYRALog("[", VYRARegistryRecord(gDispatchedPlugin).name, "]: ", message, "\n");
+  } else {
+    VYRALog("[unknown]: ", message, "\n");
+  }
+}

@@ -1,0 +1,92 @@
+#include "VYRAModuleLoader.h"
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+#include "VYRAHostServices.h"
+#include "VYRAStrings.h"
+
+namespace {
+
+void LogSystemError() {
+  const char* error = dlerror();
+  VYRALog("dlerror:", error != nullptr ? error : "", "\n");
+}
+
+bool suffix_matches(std::string_view name, std::string_view pattern) {
+  if (pattern == "*.*") return true;
+  if (pattern.starts_with('*')) pattern.remove_prefix(1);
+  if (name.size() < pattern.size()) return false;
+  const auto sameLetter = [](char left, char right) {
+    return std::toupper(static_cast<unsigned char>(left)) == std::toupper(static_cast<unsigned char>(right));
+  };
+  return std::equal(pattern.begin(), pattern.end(), name.end() - static_cast<std::ptrdiff_t>(pattern.size()),
+                    sameLetter);
+}
+
+// Whether folder/name is a folder. One whose status cannot be read is reported on standard output and
+// counts as none: it concerns whoever set the machine up, not the reader of the host's log.
+bool IsFolder(const std::string& folder, const char* name) {
+  struct stat status;
+  if (stat((folder + gDirSeparator + name).c_str(), &status) != 0) {
+    std::printf("name %s, errno %d\n", name, errno);
+    return false;
+  }
+  return S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+void* VYRALoadDLL(const char* path) {
+  std::FILE* file = std::fopen(path, "rb");
+  if (file == nullptr) return nullptr;
+  std::fclose(file);
+
+  void* handle = dlopen(path, RTLD_NOW);
+  if (handle == nullptr) LogSystemError();
+  return handle;
+}
+
+void* VYRAFindSymbol(void* handle, const char* name, int report) {
+  if (handle == nullptr) return nullptr;
+  void* symbol = dlsym(handle, name);
+  if (symbol == nullptr && report != 0) LogSystemError();
+  return symbol;
+}
+
+void VYRAUnloadDLL(void* handle) {
+  if (handle != nullptr) dlclose(handle);
+}
+
+void VYRAFetchDirectoryContents(const char* folder, const char* pattern, std::vector<std::string>& out) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder), closedir);
+  if (listing == nullptr) return;
+
+  const bool wantsFolders = std::string_view(pattern) == "DIR";
+  while (const dirent* entry = readdir(listing.get())) {
+    const std::string_view name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    // Kept: "DIR" is a suffix like any other as well, so a file whose name ends in "dir" is listed too, and
+    // a folder of such a name twice. Plugin folders that rely on it keep loading.
+    if (suffix_matches(name, pattern)) out.emplace_back(name);
+    if (wantsFolders && IsFolder(folder, entry->d_name)) out.emplace_back(name);
+  }
+}
+
+pthread_key_t VYRAAllocTLS() {
+  pthread_key_t key = 0;
+  pthread_key_create(&key, nullptr);
+  return key;
+}
+
+void* VYRAGetTLS(pthread_key_t key) { return pthread_getspecific(key); }
+
+void VYRASetTLS(pthread_key_t key, void* value) { pthread_setspecific(key, value); }

@@ -1,0 +1,28 @@
+// The thin layer over the operating system: opening plugin modules, finding their functions, listing
+// folders, and thread-specific storage. It knows nothing of plugins.
+#pragma once
+
+#include <pthread.h>
+
+#include <string>
+#include <vector>
+
+// Opens a module with all its symbols bound, or returns null: silently when the file cannot be read, with
+// a "dlerror:" line in the log when it is no loadable library.
+void* VYRALoadDLL(const char* path);
+
+// A symbol's address, or null; with `report`, a missing symbol writes a "dlerror:" line to the log. Not
+// to be confused with the one-argument function of the interface, which asks the host.
+void* VYRAFindSymbol(void* handle, const char* name, int report);
+
+void VYRAUnloadDLL(void* handle);
+
+// Appends the names in a folder that match a pattern to `out`, in the order of the system, without "." and
+// "..". "*.*" matches every name; any other pattern matches as a suffix, without its leading "*" and
+// ignoring case. "DIR" also matches folders. A folder that cannot be read has no names.
+void VYRAFetchDirectoryContents(const char* folder, const char* pattern, std::vector<std::string>& out);
+
+// Thread-specific storage for code that shares this layer. The library itself has one thread and uses none.
+pthread_key_t VYRAAllocTLS();
+void* VYRAGetTLS(pthread_key_t key);
+void VYRASetTLS(pthread_key_t key, void* value);

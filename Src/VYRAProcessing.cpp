@@ -1,0 +1,145 @@
+#include "VYRAProcessing.h"
+
+#include <unordered_set>
+
+#include "VYRAHostServices.h"
+#include "VYRALoaderRegistry.h"
+#include "VYRALoaderReports.h"
+#include "VYRAProcessingLoops.h"
+
+VYRAResourceList<VYRAFlightLoopRecord> gFlightLoops;
+
+namespace {
+
+// The cycle counter: passes so far, of both phases.
+int gLastCallNumber = 0;
+
+// Kept: never advanced, so that "elapsed since the last flight loop" is the simulation time itself. Plugins
+// use it as their clock.
+constexpr float gLastCallTime = 0.0F;
+
+// The records that exist, so that a stale handle is known before it is followed.
+std::unordered_set<const VYRAFlightLoopRecord*> gFlightLoopHandles;
+
+bool IsCallersOwn(const VYRAFlightLoopRecord* loop) {
+  return gFlightLoopHandles.contains(loop) && loop->owner == gDispatchedPlugin;
+}
+
+bool Matches(const VYRAFlightLoopRecord& loop, VYRAFlightLoop_f callback, const void* refcon) {
+  return loop.callback == callback && loop.refcon == refcon;
+}
+
+void Schedule(VYRAFlightLoopRecord& loop, float interval, bool relativeToNow) {
+  if (relativeToNow) loop.lastCallTime = VYRAGetElapsedTime();
+  loop.interval = interval;
+}
+
+// Both sums are in single precision, as the passes' own times are.
+bool IsDue(const VYRAFlightLoopRecord& loop, float now) {
+  if (loop.interval > 0) return now >= loop.lastCallTime + loop.interval;
+  if (loop.interval < 0) {
+    return static_cast<float>(gLastCallNumber) >= static_cast<float>(loop.lastCallCycle) - loop.interval;
+  }
+  return false;
+}
+
+void ReportBadParams(const VYRAFlightLoopParams& params) {
+  if (!VYRAHasError()) return;
+  if (params.structSize != static_cast<int>(sizeof(params))) {
+    VYRASendError("Illegal struct size for VYRACreateFlightLoop");
+  }
+  if (params.phase != VYRA_FLIGHT_LOOP_PHASE_0 && params.phase != VYRA_FLIGHT_LOOP_PHASE_1) {
+    VYRASendError("Illegal phase type for VYRACreateFlightLoop");
+  }
+  if (params.callback == nullptr) VYRASendError("Null callback for VYRACreateFlightLoop");
+}
+
+}  // namespace
+
+VYRAFlightLoopRecord::VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle,
+                                           int plugin)
+    : lastCallTime(now),
+      lastCallCycle(cycle),
+      phase(params.phase),
+      callback(params.callback),
+      owner(plugin),
+      refcon(params.refcon) {
+  gFlightLoopHandles.insert(this);
+}
+
+VYRAFlightLoopRecord::~VYRAFlightLoopRecord() { gFlightLoopHandles.erase(this); }
+
+float VYRAGetElapsedTime(void) { return gHooks != nullptr ? gHooks->GetElapsedTime() : 0.0F; }
+
+int VYRAGetCycleNumber(void) { return gLastCallNumber; }
+
+VYRAFlightLoopID VYRACreateFlightLoop(const VYRAFlightLoopParams* params) {
+  if (params == nullptr) return nullptr;
+  ReportBadParams(*params);
+  auto* loop = new VYRAFlightLoopRecord(*params, VYRAGetElapsedTime(), gLastCallNumber, gDispatchedPlugin);
+  gFlightLoops.Add(loop);
+  return loop;
+}
+
+void VYRADestroyFlightLoop(VYRAFlightLoopID flightLoop) {
+  if (IsCallersOwn(flightLoop)) {
+    gFlightLoops.Remove(flightLoop);
+  } else {
+    VYRASendError("Attempt to remove a flight loop callback owned by another plugin.");
+  }
+}
+
+void VYRAScheduleFlightLoop(VYRAFlightLoopID flightLoop, float interval, int relativeToNow) {
+  if (IsCallersOwn(flightLoop)) {
+    Schedule(*flightLoop, interval, relativeToNow != 0);
+  } else {
+    VYRASendError("Attempt to schedule a flight loop callback owned by another plugin.");
+  }
+}
+
+void VYRARegisterFlightLoopCallback(VYRAFlightLoop_f callback, float interval, void* refcon) {
+  const VYRAFlightLoopParams params = {sizeof(VYRAFlightLoopParams), VYRA_FLIGHT_LOOP_PHASE_0, callback,
+                                       refcon};
+  VYRAScheduleFlightLoop(VYRACreateFlightLoop(&params), interval, 0);
+}
+
+void VYRAUnregisterFlightLoopCallback(VYRAFlightLoop_f callback, void* refcon) {
+  VYRAResourceWalk walk(gFlightLoops);
+  while (VYRAFlightLoopRecord* loop = walk.Next()) {
+    if (!Matches(*loop, callback, refcon)) continue;
+    gFlightLoops.Remove(loop);
+    return;
+  }
+}
+
+void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval, int relativeToNow,
+                                       void* refcon) {
+  VYRAResourceWalk walk(gFlightLoops);
+  while (VYRAFlightLoopRecord* loop = walk.Next()) {
+    if (Matches(*loop, callback, refcon)) Schedule(*loop, interval, relativeToNow != 0);
+  }
+}
+
+void VYRAProcessingRunPass(float now, int phase) {
+  // Wraps around after years of passes rather than overflow.
+  gLastCallNumber = static_cast<int>(static_cast<unsigned>(gLastCallNumber) + 1U);
+  VYRAResourceWalk walk(gFlightLoops);
+  while (VYRAFlightLoopRecord* loop = walk.Next()) {
+    if (loop->is_dead() || loop->phase != phase || !IsDue(*loop, now) || loop->callback == nullptr) continue;
+    const StDispatchCallback dispatch(loop->owner);
+    if (!dispatch()) continue;
+    const float interval =
+        loop->callback(now - loop->lastCallTime, now - gLastCallTime, gLastCallNumber, loop->refcon);
+    if (!walk.HoldsRecord()) continue;
+    loop->interval = interval;
+    loop->lastCallTime = now;
+    loop->lastCallCycle = gLastCallNumber;
+  }
+}
+
+void VYRAProcessingCleanupHook(int plugin) {
+  VYRAResourceWalk walk(gFlightLoops);
+  while (VYRAFlightLoopRecord* loop = walk.Next()) {
+    if (loop->owner == plugin) gFlightLoops.Remove(loop);
+  }
+}

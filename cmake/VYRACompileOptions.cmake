@@ -1,0 +1,16 @@
+# vyra_compile_options: the language level, the warnings and, where a preset asks for them, the sanitizers.
+# Every target of this project links it; nothing is set globally.
+add_library(vyra_compile_options INTERFACE)
+
+target_compile_features(vyra_compile_options INTERFACE c_std_99 cxx_std_20)
+target_compile_options(
+  vyra_compile_options
+  INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+            $<$<BOOL:${VYRA_WARNINGS_AS_ERRORS}>:-Werror>)
+
+set(VYRA_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+if(VYRA_SANITIZERS)
+  set(sanitizerFlags -fsanitize=${VYRA_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(vyra_compile_options INTERFACE ${sanitizerFlags})
+  target_link_options(vyra_compile_options INTERFACE ${sanitizerFlags})
+endif()

@@ -1,0 +1,55 @@
+/*
+ * VYRADefs.h: what every header of the interface shares: the export macros, the opaque handles and the
+ * plugin ID. Plain C99; include it through the header of the family that you use.
+ *
+ * Everything in this interface runs on the simulator's main thread. No function may be called from
+ * another thread, and none throws or returns an error code: misuse is reported in a sentence to the
+ * calling plugin's error callback (VYRASetErrorCallback, VYRAPlugin.h) and otherwise has no effect.
+ */
+#ifndef VYRA_DEFS_H
+#define VYRA_DEFS_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+#define VYRA_EXTERN_C extern "C"
+#define VYRA_BEGIN_DECLARATIONS extern "C" {
+#define VYRA_END_DECLARATIONS }
+#else
+#define VYRA_EXTERN_C
+#define VYRA_BEGIN_DECLARATIONS
+#define VYRA_END_DECLARATIONS
+#endif
+
+/* Marks a function of libVYRA.so.2. */
+#define VYRA_API __attribute__((visibility("default")))
+
+/* Marks the five functions that a plugin module exports, so that they stay visible in a module that is
+ * built with hidden visibility, and keep their plain names when it is written in C++. */
+#define VYRA_PLUGIN_EXPORT VYRA_EXTERN_C __attribute__((visibility("default")))
+
+/* Checks a condition at compile time in C99 as well as in C++: the array has a negative size when the
+ * condition is false. `name` must be unique in its file and says what failed. */
+#define VYRA_LAYOUT_ASSERT(name, condition) typedef char VYRALayoutAssert_##name[(condition) ? 1 : -1]
+
+/* A plugin's number: its place in the registry. The host is plugin 0. Numbers are given out in the order
+ * of loading and may be given out again after a plugin was unloaded. */
+typedef int VYRAPluginID;
+
+#define VYRA_NO_PLUGIN ((VYRAPluginID)-1)  /* no plugin; as a message's target: every plugin */
+#define VYRA_HOST_PLUGIN ((VYRAPluginID)0) /* the simulator itself */
+
+/* A dataref: see VYRADataAccess.h. The handle of a name stays valid, and stays the same, for the life of
+ * the library, whoever owns the name. */
+typedef struct VYRAData_t* VYRADataRef;
+
+/* A command and a scenery object: pointers that the host makes and owns. The library never looks inside. */
+typedef void* VYRACommandRef;
+typedef void* VYRAObjectRef;
+
+/* Called by the host once for each object that a library look-up finds. `filePath` is terminated and
+ * valid during the call only; `refcon` is the value that the caller of the look-up gave. */
+typedef void (*VYRALibraryEnumerator_f)(const char* filePath, void* refcon);
+
+#endif
