@@ -1,0 +1,216 @@
+// Lets a handful of plugins do what the fuzzer's bytes say: publish and take back datarefs, share data, run
+// flight loops, message, enable, disable and unload each other, all of it also from inside each other's
+// callbacks. The sanitizers watch; what must hold after each call is checked here.
+#include <dlfcn.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "RecordingHost.h"
+#include "VYRADataAccess.h"
+#include "VYRAHostServices.h"
+#include "VYRALoaderLifecycle.h"
+#include "VYRALoaderRegistry.h"
+#include "VYRAProcessing.h"
+#include "VYRAProcessingLoops.h"
+
+namespace {
+
+constexpr int kDeepest = 6;
+constexpr int kMostPlugins = 40;
+constexpr std::array kNames = {"fuzz/a", "fuzz/b", "fuzz/c", "fuzz/d"};
+constexpr std::array kTypes = {VYRA_TYPE_INT,         VYRA_TYPE_FLOAT,     VYRA_TYPE_DOUBLE,
+                               VYRA_TYPE_FLOAT_ARRAY, VYRA_TYPE_INT_ARRAY, VYRA_TYPE_DATA};
+
+const std::uint8_t* gBytes = nullptr;
+std::size_t gLeft = 0;
+int gDepth = 0;
+std::array<VYRADataRef, kNames.size()> gHandles = {};
+std::array<VYRAFlightLoopID, 4> gLoops = {};
+
+void Act();
+
+int Byte() {
+  if (gLeft == 0) return 0;
+  --gLeft;
+  return *gBytes++;
+}
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+// What a callback does: a few more of the fuzzer's steps, and then everything is as it was.
+void Nested() {
+  if (gDepth >= kDeepest) return;
+  const VYRAPluginID self = VYRAGetMyID();
+  ++gDepth;
+  for (int steps = Byte() % 4; steps > 0; --steps) Act();
+  --gDepth;
+  Require(VYRAGetMyID() == self);
+}
+
+int ReadInt(void*) {
+  Nested();
+  return 1;
+}
+void WriteInt(void*, int) { Nested(); }
+void Changed(void*) { Nested(); }
+float Loop(float, float, int, void*) {
+  Nested();
+  return static_cast<float>(Byte() % 5 - 2);
+}
+int Enable() {
+  Nested();
+  return Byte() % 4 != 3;
+}
+void Disable() { Nested(); }
+void Stop() { Nested(); }
+void Receive(VYRAPluginID, int, void*) { Nested(); }
+
+void AddPlugin() {
+  if (VYRACountPlugins() >= kMostPlugins) return;
+  PluginRecord& record = gAllPlugins.emplace_back();
+  record.moduleHandle = dlopen(nullptr, RTLD_NOW);
+  record.enable = Enable;
+  record.disable = Disable;
+  record.stop = Stop;
+  record.receiveMessage = Receive;
+  record.error = [](const char* message) { Require(message != nullptr); };
+}
+
+VYRAPluginID AnyPlugin() { return Byte() % (kMostPlugins / 4) - 1; }
+
+void AccessShared() {
+  const std::size_t which = static_cast<std::size_t>(Byte()) % kTypes.size();
+  const std::string name = "fuzz/shared/" + std::to_string(which);
+  const VYRADataRef item = VYRAFindDataRef(name.c_str());
+  unsigned char values[8 * 16] = {};
+  const int offset = Byte() % 20 - 2;
+  const int count = Byte() % 18 - 1;
+  switch (Byte() % 5) {
+    case 0:
+      VYRAShareData(name.c_str(), kTypes[which], Changed, nullptr);
+      break;
+    case 1:
+      VYRAUnshareData(name.c_str(), kTypes[which], Changed, nullptr);
+      break;
+    case 2:
+      VYRASetDatai(item, count);
+      VYRASetDatab(item, values, offset, count);
+      break;
+    case 3:
+      VYRASetDatavf(item, reinterpret_cast<float*>(values), offset, count);
+      break;
+    default:
+      VYRAGetDatab(item, values, offset, count);
+      VYRAGetDatavi(item, reinterpret_cast<int*>(values), offset, count);
+  }
+}
+
+void AccessDataRef() {
+  const std::size_t which = static_cast<std::size_t>(Byte()) % kNames.size();
+  VYRADataRef& handle = gHandles[which];
+  switch (Byte() % 5) {
+    case 0:
+      handle = VYRARegisterDataAccessor(kNames[which], VYRA_TYPE_INT, 1, ReadInt, WriteInt, nullptr, nullptr,
+                                        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                        nullptr, nullptr, nullptr);
+      break;
+    case 1:
+      VYRAUnregisterDataAccessor(handle);
+      break;
+    case 2:
+      VYRASetDatai(handle, 1);
+      break;
+    case 3:
+      Require(VYRAFindDataRef(kNames[which]) == nullptr || VYRAIsDataRefGood(handle) == 1);
+      break;
+    default:
+      VYRAGetDatai(handle);
+  }
+}
+
+void UseFlightLoops() {
+  VYRAFlightLoopID& loop = gLoops[static_cast<std::size_t>(Byte()) % gLoops.size()];
+  const VYRAFlightLoopParams params = {sizeof(params), Byte() % 2, Loop, &loop};
+  const float interval = static_cast<float>(Byte() % 5 - 2);
+  switch (Byte() % 5) {
+    case 0:
+      loop = VYRACreateFlightLoop(&params);
+      break;
+    case 1:
+      VYRADestroyFlightLoop(loop);
+      break;
+    case 2:
+      VYRAScheduleFlightLoop(loop, interval, 1);
+      break;
+    case 3:
+      VYRAUnregisterFlightLoopCallback(Loop, &loop);
+      break;
+    default:
+      VYRARegisterFlightLoopCallback(Loop, interval, &loop);
+  }
+}
+
+void Act() {
+  switch (Byte() % 10) {
+    case 0:
+      AddPlugin();
+      break;
+    case 1:
+      VYRAEnablePlugin(AnyPlugin());
+      break;
+    case 2:
+      VYRADisablePlugin(AnyPlugin());
+      break;
+    case 3:
+      UnloadOnePlugin(AnyPlugin());
+      break;
+    case 4:
+      VYRASendMessageToPlugin(AnyPlugin(), 1, nullptr);
+      break;
+    case 5:
+      if (gDepth < kDeepest) {
+        ++gDepth;
+        VYRAProcessingRunPass(static_cast<float>(Byte()), Byte() % 2);
+        --gDepth;
+      }
+      break;
+    case 6:
+      AccessShared();
+      break;
+    case 7:
+      AccessDataRef();
+      break;
+    case 8:
+      UseFlightLoops();
+      break;
+    default: {
+      const StDispatchCallback dispatch(AnyPlugin());
+      Nested();
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  gBytes = data;
+  gLeft = size;
+  gHooks = &gHost.services;
+  gHost.calls.clear();
+  gHost.log.clear();
+  gAllPlugins.emplace_back().enabled = true;
+  while (gLeft > 0) Act();
+  VYRADisableAllPlugins();
+  VYRAUnloadPlugins();
+  Require(gDepth == 0 && VYRAGetMyID() == VYRA_HOST_PLUGIN && gFlightLoops.IterationDepth() == 0);
+  // The host's own flight loops outlive the plugins; the next run starts without any.
+  VYRAProcessingCleanupHook(VYRA_HOST_PLUGIN);
+  VYRAProcessingCleanupHook(VYRA_NO_PLUGIN);
+  return 0;
+}

@@ -1,0 +1,114 @@
+// RecordingHost: a recorder for each service, generated from the type of its slot.
+#include "RecordingHost.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <sstream>
+#include <type_traits>
+
+RecordingHost gHost;
+
+namespace {
+
+// clang-format off
+#define FOR_EACH_SERVICE(X)                                                                                \
+  X(GetScreenSize) X(GetMouseLocation) X(SetGraphicsState) X(BindTexture2d) X(GenerateTextureNumbers)      \
+  X(GetTexture) X(WorldToLocal) X(LocalToWorld) X(DrawTranslucentDarkBox) X(DrawString) X(DrawNumber)      \
+  X(GetFontDimensions) X(GetElapsedTime) X(ReadCameraPosition) X(DrawAircraft) X(SetAircraftModel)         \
+  X(GetNthAircraftModel) X(CountAircraft) X(PlaceUserAtAirport) X(SimulateKeyPress) X(SpeakString)         \
+  X(CommandKeyStroke) X(CommandButtonPress) X(GetSystemPath) X(GetPrefsPath) X(GetVersions) X(GetLanguage) \
+  X(DebugString) X(CreateMenu) X(AppendMenuItem) X(SetMenuItemName) X(DestroyMenu) X(ReinitUsersPlane)     \
+  X(ReloadScenery) X(GetFirstNavAid) X(GetNextNavAid) X(FindFirstNavAidOfType) X(FindLastNavAidOfType)     \
+  X(FindNavAid) X(GetNavAidInfo) X(CountFMSEntries) X(GetDisplayedFMSEntry) X(GetDestinationFMSEntry)      \
+  X(SetDisplayedFMSEntry) X(SetDestinationFMSEntry) X(GetFMSEntryInfo) X(SetFMSEntryInfo)                  \
+  X(SetFMSEntryLatLon) X(ClearFMSEntry) X(GetGPSDestinationType) X(GetGPSDestination) X(ShowMessage)       \
+  X(ShowLoadingStatus) X(FindCommand) X(CommandBegin) X(CommandRepeat) X(CommandEnd) X(CreateProbe)        \
+  X(ProbeTerrainXYZ) X(FindSymbol) X(MeasureString) X(RemoveMenuItem) X(LoadObject) X(DrawObjects)         \
+  X(UnloadObject) X(LookupObjects) X(LoadDataFile) X(SaveDataFile) X(LoadObjectAsync) X(HostReceiveMessage)
+// clang-format on
+
+#define COUNT_SERVICE(service) +1
+static_assert(FOR_EACH_SERVICE(COUNT_SERVICE) == 70);
+
+template <typename Argument>
+void AppendArgument(std::ostringstream& line, Argument argument, const char*& separator, bool barred) {
+  if constexpr (std::is_pointer_v<Argument> && !std::is_same_v<Argument, const char*> &&
+                !std::is_same_v<Argument, void*>) {
+    return;
+  } else {
+    line << separator;
+    separator = barred ? "|" : ",";
+    if constexpr (std::is_same_v<Argument, const char*>) {
+      line << (argument ? argument : "null");
+    } else if constexpr (std::is_same_v<Argument, void*>) {
+      line << reinterpret_cast<std::uintptr_t>(argument);
+    } else {
+      line << argument;
+    }
+  }
+}
+
+template <typename... Arguments>
+void NoteCall(const char* service, Arguments... arguments) {
+  [[maybe_unused]] constexpr bool barred = (std::is_same_v<Arguments, const char*> || ...);
+  std::ostringstream line;
+  [[maybe_unused]] const char* separator = "";
+  line << service << '(';
+  (AppendArgument(line, arguments, separator, barred), ...);
+  line << ')';
+  gHost.calls.push_back(line.str());
+}
+
+template <auto Slot, typename Result, typename... Arguments>
+void FillSlot(Result (*&slot)(Arguments...), const char* name) {
+  static const char* const service = name;
+  slot = [](Arguments... arguments) -> Result {
+    NoteCall(service, arguments...);
+    [[maybe_unused]] const double answer = gHost.answers.at(service);
+    if constexpr (std::is_pointer_v<Result>) {
+      return reinterpret_cast<Result>(static_cast<std::uintptr_t>(answer));
+    } else {
+      return static_cast<Result>(answer);
+    }
+  };
+}
+
+}  // namespace
+
+RecordingHost::RecordingHost() {
+#define FILL_SLOT(service)                                          \
+  FillSlot<&VYRAHostServices::service>(services.service, #service); \
+  answers.emplace(#service, 0);
+  FOR_EACH_SERVICE(FILL_SLOT)
+
+  services.serviceTableRevision = 4;
+  services.hostVersion = 568;
+  services.DebugString = [](const char* text) { gHost.log += text; };
+  services.GetSystemPath = [](char* outPath) {
+    NoteCall("GetSystemPath");
+    std::strcpy(outPath, gHost.systemPath.c_str());
+  };
+  services.GetNthAircraftModel = [](int planeIndex, char* outPath, char* outFileName) {
+    NoteCall("GetNthAircraftModel", planeIndex);
+    std::snprintf(outPath, 256, "%s", planeIndex == 0 ? gHost.planePath.c_str() : "");
+    std::snprintf(outFileName, 256, "%s", planeIndex == 0 ? gHost.planeFileName.c_str() : "");
+  };
+  services.HostReceiveMessage = [](VYRAPluginID fromPlugin, int message, void* param) {
+    NoteCall("HostReceiveMessage", fromPlugin, message);
+    // A copy, as the receiver may put another function in its place.
+    if (const auto receive = gHost.onMessage) receive(fromPlugin, message, param);
+  };
+}
+
+void RecordingHost::Answer(std::string_view service, double result) {
+  answers.at(std::string(service)) = result;
+}
+
+std::vector<std::string> RecordingHost::CallsOf(std::string_view service) const {
+  std::vector<std::string> found;
+  for (const std::string& call : calls) {
+    if (std::string_view(call).substr(0, call.find('(')) == service) found.push_back(call);
+  }
+  return found;
+}

@@ -1,0 +1,35 @@
+// A scripted plugin has no behaviour of its own: at each call that it gets it sends the host a Moment, and
+// the test answers with what the plugin is to do. The answer runs inside the plugin's call, so with the
+// plugin as the calling plugin; what it registers are functions of the plugin's own module.
+#ifndef VYRA_TESTS_MOMENT_H
+#define VYRA_TESTS_MOMENT_H
+
+#include "VYRADataAccess.h"
+#include "VYRAPlugin.h"
+#include "VYRAProcessing.h"
+
+struct Moment {
+  const char* plugin;  // the name of its folder, or of its loose file without the ending
+  const char* call;    // "start", "enable", "disable", "stop", "message", "loop", "read" or "changed"
+  int result;          // what the plugin will return
+  void (*act)(Moment& moment);  // set by the test, run by the plugin
+
+  // For registering with the library; they report "loop", "read" and "changed".
+  VYRAFlightLoop_f flightLoop;
+  VYRAReadInt_f readInt;
+  VYRADataChanged_f changed;
+
+  // Throws an exception of a type of the plugin's own, derived from std::exception.
+  void (*fail)();
+
+  // Of "start": the buffers, filled already.
+  char *outName, *outSignature, *outDescription;
+
+  // Of "message".
+  int from, message;
+  void* param;
+};
+
+enum { kMomentMessage = 9001 };  // to the host, with a Moment as parameter
+
+#endif

@@ -1,0 +1,184 @@
+// The callback list: its stated rules one by one, and a long random play against a model of them.
+#include "VYRAResourceList.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "ResourceListScript.h"
+
+namespace {
+
+struct Item : VYRAResource_t<Item> {
+  explicit Item(char itemName) : name(itemName) { ++alive; }
+  ~Item() { --alive; }
+  Item(const Item&) = delete;
+  Item& operator=(const Item&) = delete;
+
+  char name;
+  static inline int alive = 0;
+};
+
+class ResourceList : public ::testing::Test {
+ protected:
+  // Leaves the records in the order a, b, c.
+  ResourceList() {
+    for (Item* item : {c, b, a}) list.Add(item);
+  }
+  ~ResourceList() override {
+    while (list.IterationDepth() > 0) list.EndIterate();
+    while (Item* first = list.BeginIterate()) {
+      list.EndIterate();
+      list.Remove(first);
+    }
+  }
+
+  std::string Chain() {
+    std::string names;
+    for (Item* item = list.BeginIterate(); item != nullptr; item = item->get_next()) names += item->name;
+    list.EndIterate();
+    return names;
+  }
+
+  Item* a = new Item('a');
+  Item* b = new Item('b');
+  Item* c = new Item('c');
+  VYRAResourceList<Item> list;
+};
+
+TEST_F(ResourceList, RemovalDuringWalkWaitsForTheNextEndEvenAnInnerOne) {
+  list.BeginIterate();
+  list.BeginIterate();
+  list.Remove(b);
+  list.Remove(b);
+  EXPECT_EQ(a->get_next(), b);
+  EXPECT_TRUE(b->is_dead());
+  list.EndIterate();
+  EXPECT_EQ(list.IterationDepth(), 1);
+  EXPECT_EQ(a->get_next(), c);
+  EXPECT_EQ(Item::alive, 2);
+}
+
+TEST_F(ResourceList, RemovalOutsideWalksFreesAtOnceAndEndWithoutBeginStaysAtZero) {
+  list.EndIterate();
+  EXPECT_EQ(list.IterationDepth(), 0);
+  for (Item* item : {b, a, c}) list.Remove(item);
+  EXPECT_EQ(Item::alive, 0);
+  EXPECT_EQ(list.BeginIterate(), nullptr);
+  EXPECT_EQ(list.IterationDepth(), 1);
+}
+
+TEST_F(ResourceList, HeadStaysOnLastRecordAfterReverseBeginSoThatAnAdditionHidesTheOthers) {
+  EXPECT_EQ(list.BeginReverseIterate(), c);
+  list.EndIterate();
+  auto* added = new Item('n');
+  list.Add(added);
+  EXPECT_EQ(Chain(), "nc");
+  // A walk that stands on a hidden record goes on to what it names, so that must not be freed memory.
+  list.Remove(c);
+  EXPECT_EQ(b->get_next(), nullptr);
+  for (Item* hidden : {b, a}) list.Remove(hidden);
+  EXPECT_EQ(Item::alive, 1);
+}
+
+TEST_F(ResourceList, ForwardBeginBringsTheHeadBack) {
+  list.BeginReverseIterate();
+  list.EndIterate();
+  EXPECT_EQ(list.BeginIterate(), a);
+  list.EndIterate();
+  list.Add(new Item('n'));
+  EXPECT_EQ(Chain(), "nabc");
+}
+
+TEST_F(ResourceList, MoveToFrontRevivesADeadRecordThatTheNextEndFreesNevertheless) {
+  list.MoveToFront(a);
+  EXPECT_EQ(Chain(), "abc");
+  list.BeginIterate();
+  list.Remove(b);
+  list.Remove(c);  // the chain of dead ones: c, b
+  list.MoveToFront(c);
+  EXPECT_FALSE(c->is_dead());
+  EXPECT_EQ(list.BeginIterate(), c);
+  list.EndIterate();
+  EXPECT_EQ(Chain(), "ab") << "c is freed, b stays linked and dead";
+  EXPECT_TRUE(b->is_dead());
+  list.Remove(b);
+  EXPECT_EQ(Item::alive, 2) << "a dead record is not put up for freeing again";
+}
+
+TEST_F(ResourceList, RevivedRecordThatIsRemovedAgainIsFreedOnce) {
+  list.BeginIterate();
+  list.Remove(b);
+  list.MoveToFront(b);
+  list.Remove(b);
+  list.EndIterate();
+  EXPECT_EQ(Chain(), "ac");
+}
+
+TEST_F(ResourceList, WalkStepsOffARecordThatAnInnerEndFrees) {
+  VYRAResourceWalk<Item> walk(list);
+  walk.Next();
+  EXPECT_EQ(walk.Next(), b);
+  list.Remove(b);
+  list.Remove(c);
+  EXPECT_TRUE(walk.HoldsRecord());
+  Chain();
+  EXPECT_FALSE(walk.HoldsRecord());
+  EXPECT_EQ(walk.Next(), nullptr);
+  EXPECT_EQ(walk.Next(), nullptr);
+}
+
+TEST_F(ResourceList, ReorderingDuringWalksNeitherSkipsNorRepeats) {
+  std::string forward;
+  {
+    VYRAResourceWalk<Item> walk(list);
+    while (Item* item = walk.Next()) {
+      forward += item->name;
+      if (item == a) list.MoveToFront(c);
+      if (item == b) list.MoveToFront(b);
+    }
+  }
+  EXPECT_EQ(forward, "abc");
+  EXPECT_EQ(Chain(), "bca");
+
+  std::string reverse;
+  VYRAResourceWalk<Item> walk(list, VYRAResourceWalk<Item>::Order::reverse);
+  while (Item* item = walk.Next()) {
+    reverse += item->name;
+    list.BeginIterate();  // as every caller does before it reorders
+    list.EndIterate();
+    list.MoveToFront(item);
+  }
+  EXPECT_EQ(reverse, "acb");
+}
+
+TEST_F(ResourceList, WalkEndsWhenAnExceptionLeavesItUnlessItIsLeftOpen) {
+  EXPECT_THROW(
+      {
+        VYRAResourceWalk<Item> walk(list);
+        list.Remove(walk.Next());
+        throw 1;
+      },
+      int);
+  EXPECT_EQ(list.IterationDepth(), 0);
+  EXPECT_EQ(Chain(), "bc");
+  {
+    VYRAResourceWalk<Item> walk(list);
+    walk.LeaveOpen();
+  }
+  EXPECT_EQ(list.IterationDepth(), 1);
+}
+
+TEST(ResourceListPlay, RandomPlayAgreesWithTheModel) {
+  constexpr unsigned kPlays = 4000;
+  for (unsigned seed = 1; seed <= kPlays; ++seed) {
+    std::mt19937 random(seed);
+    std::vector<std::uint8_t> script(400);
+    for (std::uint8_t& byte : script) byte = static_cast<std::uint8_t>(random());
+    ASSERT_EQ(ResourceListScript(script).Run(), "") << "seed " << seed;
+  }
+}
+
+}  // namespace
