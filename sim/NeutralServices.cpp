@@ -1,0 +1,131 @@
+// Every service here answers for a subsystem that is not built: it moves out when the subsystem comes.
+#include "NeutralServices.h"
+
+#include <initializer_list>
+
+namespace sim {
+namespace {
+
+// Results by pointer are zeros rather than whatever the caller's memory held; any pointer may be null.
+template <typename Number>
+void Zero(std::initializer_list<Number*> results) {
+  for (Number* const result : results)
+    if (result != nullptr) *result = 0;
+}
+
+void FillDrawing(VYRAHostServices& services) {
+  services.SetGraphicsState = [](int, int, int, int, int, int, int) {};
+  services.BindTexture2d = [](int, int) {};
+  services.GenerateTextureNumbers = [](int* outTextureIds, int count) {
+    for (int index = 0; index < count; ++index) outTextureIds[index] = 0;
+  };
+  services.GetTexture = [](int) { return 0; };
+  services.WorldToLocal = [](double, double, double, double* outX, double* outY, double* outZ) {
+    Zero({outX, outY, outZ});
+  };
+  services.LocalToWorld = [](double, double, double, double* outLatitude, double* outLongitude,
+                             double* outAltitude) {
+    Zero({outLatitude, outLongitude, outAltitude});
+  };
+  services.DrawTranslucentDarkBox = [](int, int, int, int) {};
+  services.DrawString = [](float*, int, int, char*, int*, int) {};
+  services.DrawNumber = [](float*, int, int, double, int, int, int, int) {};
+  services.GetFontDimensions = [](int, int* outCharWidth, int* outCharHeight, int* outDigitsOnly) {
+    Zero({outCharWidth, outCharHeight, outDigitsOnly});
+  };
+  services.MeasureString = [](int, const char*, int) { return 0.0F; };
+  services.ReadCameraPosition = [](float* outX, float* outY, float* outZ, float* outPitch, float* outHeading,
+                                   float* outRoll, float* outZoom) {
+    Zero({outX, outY, outZ, outPitch, outHeading, outRoll, outZoom});
+  };
+}
+
+void FillPlanes(VYRAHostServices& services) {
+  services.DrawAircraft = [](int, float, float, float, float, float, float, int, void*) {};
+  services.SetAircraftModel = [](int, const char*, const char*) {};
+  services.PlaceUserAtAirport = [](const char*) {};
+  services.ReinitUsersPlane = [](int, int) {};
+}
+
+void FillInput(VYRAHostServices& services) {
+  services.SimulateKeyPress = [](int, int) {};
+  services.SpeakString = [](const char*) {};
+  services.CommandKeyStroke = [](int) {};
+  services.CommandButtonPress = [](const int*, int, int) {};
+  services.FindCommand = [](const char*, const char*, int) -> VYRACommandRef { return nullptr; };
+  services.CommandBegin = [](VYRACommandRef) {};
+  services.CommandRepeat = [](VYRACommandRef) {};
+  services.CommandEnd = [](VYRACommandRef) {};
+}
+
+void FillMenus(VYRAHostServices& services) {
+  services.CreateMenu = [](int, int, const char*) { return 0; };
+  services.AppendMenuItem = [](int, int, const char*, int) { return 0; };
+  services.SetMenuItemName = [](int, int, const char*, int) {};
+  services.RemoveMenuItem = [](int, int) {};
+  services.DestroyMenu = [](int) {};
+}
+
+void FillNavigation(VYRAHostServices& services) {
+  services.GetFirstNavAid = [] { return 0; };
+  services.GetNextNavAid = [](int) { return 0; };
+  services.FindFirstNavAidOfType = [](int) { return 0; };
+  services.FindLastNavAidOfType = [](int) { return 0; };
+  services.FindNavAid = [](const char*, const char*, float*, float*, int*, int) { return 0; };
+  services.GetNavAidInfo = [](int, int* outType, float* outLatitude, float* outLongitude, float* outElevation,
+                              int* outFrequency, float* outHeading, char* outIdent, char* outName,
+                              char* outInRegion) {
+    Zero({outType, outFrequency});
+    Zero({outLatitude, outLongitude, outElevation, outHeading});
+    Zero({outIdent, outName, outInRegion});
+  };
+  services.CountFMSEntries = [] { return 0; };
+  services.GetDisplayedFMSEntry = [] { return 0; };
+  services.GetDestinationFMSEntry = [] { return 0; };
+  services.SetDisplayedFMSEntry = [](int) {};
+  services.SetDestinationFMSEntry = [](int) {};
+  services.GetFMSEntryInfo = [](int, int* outType, char* outIdent, int* outNavAid, int* outAltitude,
+                                float* outLatitude, float* outLongitude) {
+    Zero({outType, outNavAid, outAltitude});
+    Zero({outIdent});
+    Zero({outLatitude, outLongitude});
+  };
+  services.SetFMSEntryInfo = [](int, int, int) {};
+  services.SetFMSEntryLatLon = [](int, float, float, int) {};
+  services.ClearFMSEntry = [](int) {};
+  services.GetGPSDestinationType = [] { return 0; };
+  services.GetGPSDestination = [] { return 0; };
+}
+
+void FillScenery(VYRAHostServices& services) {
+  services.ReloadScenery = [] {};
+  services.CreateProbe = [] { return 0; };
+  services.ProbeTerrainXYZ = [](int, const float*, float*, float*, float*, int*) { return 0; };
+  services.LoadObject = [](const char*) -> VYRAObjectRef { return nullptr; };
+  services.LoadObjectAsync = [](const char*, VYRAObjectLoaded_f completion, void* delivery) {
+    completion(nullptr, delivery);
+  };
+  services.DrawObjects = [](VYRAObjectRef, int, int, float, float, float, float, float, float) {};
+  services.UnloadObject = [](VYRAObjectRef) {};
+  services.LookupObjects = [](const char*, float, float, VYRALibraryEnumerator_f, void*) { return 0; };
+}
+
+void FillFiles(VYRAHostServices& services) {
+  services.FindSymbol = [](const char*) -> void* { return nullptr; };
+  services.LoadDataFile = [](int, const char*) { return 0; };
+  services.SaveDataFile = [](int, const char*) { return 0; };
+}
+
+}  // namespace
+
+void FillNeutralServices(VYRAHostServices& services) {
+  FillDrawing(services);
+  FillPlanes(services);
+  FillInput(services);
+  FillMenus(services);
+  FillNavigation(services);
+  FillScenery(services);
+  FillFiles(services);
+}
+
+}  // namespace sim

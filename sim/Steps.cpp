@@ -1,0 +1,76 @@
+// Each step is what the simulator's user would cause, and so mostly an event to the library.
+#include "Steps.h"
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "PluginList.h"
+#include "VYRAHost.h"
+#include "World.h"
+
+namespace sim {
+namespace {
+
+void* const kUsersPlane = nullptr;  // plane 0, as an event's parameter
+
+void SendEvent(int event, void* param) {
+  VYRAEventHook(event, param, nullptr, static_cast<float>(gWorld.elapsedSeconds), 0.0F);
+}
+
+std::string AircraftName() { return std::filesystem::path(gWorld.modelPath).stem().string(); }
+
+struct Performer {
+  Outcome operator()(const UnloadAircraft& /*step*/) const {
+    if (gWorld.modelPath.empty()) return {false, "no aircraft is loaded that could be unloaded"};
+    const std::string name = AircraftName();
+    const std::vector<PluginInfo> before = ListPlugins();
+    SendEvent(VYRA_EVENT_PLANE_UNLOADED, kUsersPlane);
+    // Not earlier: plugins that hear of the event may still ask for the model.
+    gWorld.modelPath.clear();
+    return {true,
+            fmt::format("aircraft {} unloaded: {} gone", name, DescribeDifference(before, ListPlugins()))};
+  }
+
+  Outcome operator()(const LoadAircraft& step) const {
+    if (!gWorld.modelPath.empty()) (*this)(UnloadAircraft{});
+    gWorld.modelPath = step.modelPath;
+    const std::vector<PluginInfo> before = ListPlugins();
+    SendEvent(VYRA_EVENT_PLANE_LOADED, kUsersPlane);
+    return {true,
+            fmt::format("aircraft {} loaded: {}", AircraftName(), DescribeDifference(ListPlugins(), before))};
+  }
+
+  Outcome operator()(const LoadScenery& step) const {
+    std::string folder = step.folder;
+    const std::vector<PluginInfo> before = ListPlugins();
+    SendEvent(VYRA_EVENT_SCENERY_PACKAGE, folder.data());
+    const std::string name = std::filesystem::path(step.folder).parent_path().filename().string();
+    return {true, fmt::format("scenery {} loaded: {}", name, DescribeDifference(ListPlugins(), before))};
+  }
+
+  Outcome operator()(SendMessage& step) const {
+    const VYRAPluginID plugin = VYRAFindPluginBySignature(step.signature.c_str());
+    if (plugin == VYRA_NO_PLUGIN) return {false, fmt::format("no plugin {} for a message", step.signature)};
+    VYRASendMessageToPlugin(plugin, step.message, step.text ? step.text->data() : nullptr);
+    return {true, fmt::format("message {} sent to {}", step.message, step.signature)};
+  }
+
+  Outcome operator()(const BroadcastEvent& step) const {
+    SendEvent(step.event, nullptr);
+    return {true, fmt::format("event {} told to all plugins", step.event)};
+  }
+
+  Outcome operator()(const WriteValue& step) const {
+    const std::string problem = WriteDataRef(step.dataRef, step.value);
+    if (!problem.empty()) return {false, fmt::format("{} cannot be written: {}", step.dataRef, problem)};
+    return {true, fmt::format("{} set to {}", step.dataRef, ToText(step.value))};
+  }
+};
+
+}  // namespace
+
+Outcome CarryOut(Action& action) { return std::visit(Performer{}, action); }
+
+}  // namespace sim
