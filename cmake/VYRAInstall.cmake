@@ -1,0 +1,43 @@
+# What `cmake --install` puts below the prefix: the library, its headers, vyra-sim, and the files by which
+# other projects find them (find_package(VYRA) and pkg-config).
+include(CMakePackageConfigHelpers)
+
+set(packageFolder "${CMAKE_INSTALL_LIBDIR}/cmake/VYRA")
+
+install(
+  TARGETS VYRA
+  EXPORT VYRATargets
+  LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+install(
+  DIRECTORY "${PROJECT_SOURCE_DIR}/include/"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vyra"
+  FILES_MATCHING
+  PATTERN "*.h")
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+
+if(VYRA_BUILD_SIMULATOR)
+  # Found beside the library wherever the prefix is moved to.
+  file(RELATIVE_PATH libraryFromPrograms "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+  set_target_properties(vyra-sim PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFromPrograms}")
+  install(TARGETS vyra-sim RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endif()
+
+install(
+  EXPORT VYRATargets
+  NAMESPACE VYRA::
+  DESTINATION "${packageFolder}")
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/cmake/VYRAConfig.cmake.in" "${PROJECT_BINARY_DIR}/cmake/VYRAConfig.cmake"
+  INSTALL_DESTINATION "${packageFolder}"
+  NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/VYRAConfigVersion.cmake"
+                                 COMPATIBILITY SameMajorVersion)
+install(
+  FILES "${PROJECT_BINARY_DIR}/cmake/VYRAConfig.cmake" "${PROJECT_BINARY_DIR}/cmake/VYRAConfigVersion.cmake"
+        "${PROJECT_SOURCE_DIR}/cmake/VYRAAddPlugin.cmake"
+  DESTINATION "${packageFolder}")
+
+# vyra.pc finds its prefix from its own place, so that an installed tree can be moved.
+file(RELATIVE_PATH prefixFromPkgConfig "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+configure_file("${PROJECT_SOURCE_DIR}/cmake/vyra.pc.in" "${PROJECT_BINARY_DIR}/cmake/vyra.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/cmake/vyra.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
