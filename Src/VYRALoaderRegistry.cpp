@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "VYRALoaderFeatures.h"
+#include "VYRALoaderPaths.h"
 #include "VYRAStrings.h"
 
 std::vector<PluginRecord> gAllPlugins;
@@ -39,7 +39,7 @@ int VYRAIsPluginEnabled(VYRAPluginID plugin) { return VYRARegistryIsEnabled(plug
 
 VYRAPluginID VYRAFindPluginByPath(const char* path) {
   if (path == nullptr) return VYRA_NO_PLUGIN;
-  return FindByField(&PluginRecord::path, VYRANeedPathConvert() ? VYRAOldToUTF8(path) : path);
+  return FindByField(&PluginRecord::path, VYRAPathFromPlugin(path));
 }
 
 VYRAPluginID VYRAFindPluginBySignature(const char* signature) {
@@ -52,8 +52,7 @@ void VYRAGetPluginInfo(VYRAPluginID plugin, char* outName, char* outFilePath, ch
   if (!VYRARegistryHolds(plugin)) return;
   const PluginRecord& record = VYRARegistryRecord(plugin);
   strcpytrunc(outName, record.name, VYRA_PLUGIN_INFO_SIZE);
-  strcpytrunc(outFilePath, VYRANeedPathConvert() ? VYRAUTF8ToOld(record.path) : record.path,
-              VYRA_PLUGIN_INFO_SIZE);
+  strcpytrunc(outFilePath, VYRAPathToPlugin(record.path), VYRA_PLUGIN_INFO_SIZE);
   strcpytrunc(outSignature, record.signature, VYRA_PLUGIN_INFO_SIZE);
   strcpytrunc(outDescription, record.description, VYRA_PLUGIN_INFO_SIZE);
 }

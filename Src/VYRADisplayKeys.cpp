@@ -1,0 +1,77 @@
+// Key sniffers, and the way of a keystroke: sniffers before the windows, hot keys, the window with keyboard
+// focus, sniffers after the windows.
+#include "VYRADisplayRecords.h"
+#include "VYRADisplayRegistration.h"
+
+VYRAResourceList<VYRAKeyCallbackRecord> gKeyCallbacks;
+
+namespace {
+
+bool IsSame(const VYRAKeyCallbackRecord& left, const VYRAKeyCallbackRecord& right) {
+  return left.callback == right.callback && left.beforeWindows == right.beforeWindows &&
+         left.refcon == right.refcon;
+}
+
+VYRAKeyCallbackRecord* NewRecord(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
+  auto* record = new VYRAKeyCallbackRecord;
+  record->callback = callback;
+  record->plugin = gDispatchedPlugin;
+  record->beforeWindows = beforeWindows;
+  record->refcon = refcon;
+  return record;
+}
+
+struct Key {
+  char key;
+  int flags;
+  char virtualKey;
+};
+
+// Whether a sniffer on this side of the windows consumed the key.
+//
+// Kept: the walk has no end, so the list's depth rises with every key, and removals wait for the end of the
+// next registration, unregistration or cleanup; and only the sniffers before the windows are asked whether
+// they are dead.
+bool SnifferConsumes(const Key& pressed, bool beforeWindows) {
+  VYRAResourceWalk<VYRAKeyCallbackRecord> walk(gKeyCallbacks);
+  walk.LeaveOpen();
+  while (const VYRAKeyCallbackRecord* record = walk.Next()) {
+    if ((record->beforeWindows != 0) != beforeWindows || (beforeWindows && record->is_dead())) continue;
+    if (record->callback == nullptr) continue;
+    const StDispatchCallback dispatch(record->plugin);
+    if (!dispatch()) continue;
+    if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
+  }
+  return false;
+}
+
+// The window with keyboard focus consumes every key, whatever its callback returns.
+bool FocusWindowConsumes(const Key& pressed) {
+  VYRAWindowCallbackRecord* const window = gFocusWindow;
+  if (window == nullptr) return false;
+  const StDispatchCallback dispatch(window->plugin);
+  if (!dispatch()) return false;
+  if (window->handleKey != nullptr) {
+    window->handleKey(window, pressed.key, pressed.flags, pressed.virtualKey, window->refcon, 0);
+  }
+  return true;
+}
+
+}  // namespace
+
+int VYRARegisterKeySniffer(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
+  return VYRADisplayRegister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon), IsSame);
+}
+
+int VYRAUnregisterKeySniffer(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
+  return VYRADisplayUnregister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon), IsSame);
+}
+
+int VYRADisplayKeyPressHook(char key, int flags, char virtualKey) {
+  if (key == 0 && flags == 0 && virtualKey == 0) return 1;
+  const Key pressed = {key, flags, virtualKey};
+  if (SnifferConsumes(pressed, true)) return 0;
+  if (VYRADispatchHotKey(virtualKey, flags)) return 0;
+  if (FocusWindowConsumes(pressed)) return 0;
+  return SnifferConsumes(pressed, false) ? 0 : 1;
+}

@@ -1,0 +1,87 @@
+// What the frame and the mouse do with windows: drawing, clicks and drags, the cursor and the wheel.
+#include "VYRADisplayRecords.h"
+#include "VYRAHostServices.h"
+
+namespace {
+
+using Window = VYRAWindowCallbackRecord;
+using Walk = VYRAResourceWalk<Window>;
+
+bool IsHit(const Window& window, int x, int y) {
+  return !window.is_dead() && window.visible != 0 && window.left <= x && x < window.right &&
+         window.bottom <= y && y < window.top;
+}
+
+// A press goes down through the windows under the point until one takes it.
+int PressMouse(int x, int y) {
+  Walk walk(gWindows);
+  while (Window* window = walk.Next()) {
+    if (!IsHit(*window, x, y) || window->handleMouseClick == nullptr) continue;
+    const StDispatchCallback dispatch(window->plugin);
+    if (!dispatch()) continue;
+    if (window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon) == 0) continue;
+    // One that destroyed itself in the press has taken it, but cannot hold the mouse.
+    if (walk.HoldsRecord() && !window->is_dead()) gDragWindow = window;
+    return 0;
+  }
+  return 1;
+}
+
+// Drags and the release go to the window that took the press, wherever the mouse is.
+int MoveHeldMouse(int x, int y, int status) {
+  Window* const window = gDragWindow;
+  if (window == nullptr) return 1;
+  int result = 1;
+  {
+    const StDispatchCallback dispatch(window->plugin);
+    if (dispatch()) {
+      window->handleMouseClick(window, x, y, status, window->refcon);
+      result = 0;
+    }
+  }
+  if (status == VYRA_MOUSE_UP) gDragWindow = nullptr;
+  return result;
+}
+
+// Asks the windows under a point, front to back, until one answers other than 0.
+template <class Callback, class... Rest>
+int AskWindowsAt(int x, int y, Callback Window::*callback, Rest... rest) {
+  Walk walk(gWindows);
+  while (Window* window = walk.Next()) {
+    if (!IsHit(*window, x, y) || window->*callback == nullptr) continue;
+    const StDispatchCallback dispatch(window->plugin);
+    if (!dispatch()) continue;
+    const int answer = (window->*callback)(window, x, y, rest..., window->refcon);
+    if (answer != 0) return answer;
+  }
+  return 0;
+}
+
+}  // namespace
+
+void VYRADisplayDrawWindows() {
+  Walk walk(gWindows, Walk::Order::reverse);
+  while (Window* window = walk.Next()) {
+    if (window->is_dead() || window->visible == 0 || window->draw == nullptr) continue;
+    const StDispatchCallback dispatch(window->plugin);
+    if (dispatch()) window->draw(window, window->refcon);
+  }
+}
+
+int VYRADisplayMouseClickHook(int x, int y, int status) {
+  return status == VYRA_MOUSE_DOWN ? PressMouse(x, y) : MoveHeldMouse(x, y, status);
+}
+
+void VYRADisplayMouseDragHook() {
+  if (gDragWindow == nullptr) return;
+  int x = 0;
+  int y = 0;
+  gHooks->GetMouseLocation(&x, &y, 0);
+  VYRADisplayMouseClickHook(x, y, VYRA_MOUSE_DRAG);
+}
+
+int VYRADisplayCursorHook(int x, int y) { return AskWindowsAt(x, y, &Window::handleCursor); }
+
+int VYRADisplayScrollWheelHook(int x, int y, int wheel, int clicks) {
+  return AskWindowsAt(x, y, &Window::handleMouseWheel, wheel, clicks) != 0 ? 0 : 1;
+}

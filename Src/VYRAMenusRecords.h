@@ -1,0 +1,53 @@
+// The menus that plugins created, each a mirror of a menu of the host, and what the host asks about them.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "VYRAMenus.h"
+
+struct VYRAMenuItem {
+  int hostItem;  // the host's number of it
+  void* ref;
+  int check;
+  int enabled;
+  int plugin;  // who appended it; VYRA_NO_PLUGIN once that plugin is gone
+};
+
+struct VYRAMenuInfo_t {
+  int hostMenu = 0;  // the host's number of it
+  void* refcon = nullptr;
+  VYRAMenuHandler_f handler = nullptr;  // null: picks are swallowed
+  int plugin = VYRA_HOST_PLUGIN;        // who created it
+  std::vector<VYRAMenuItem> items;      // in the host's order: an index is the host's position
+};
+
+// Every menu, in the order of creation. A handle, which is a record's address, is good while it stands here.
+extern std::vector<std::unique_ptr<VYRAMenuInfo_t>> gMenus;
+
+// The menu "Plugins"; null before the start.
+extern VYRAMenuInfo_t* gPluginMenu;
+
+// The position of a plugin's item, of which it knows the number, or -1.
+int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, int plugin, int pluginIndex);
+
+// The number by which a plugin knows its item at a position, or -1 when it has none there.
+int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, int plugin, int position);
+
+// Starts with no menu but a new "Plugins". Menus of an earlier start are forgotten without a word to the
+// host, whose numbers may mean something else by now.
+void VYRAInitMenus();
+
+// An item was picked. 0: it is ours, whether or not a handler was called; else 1.
+int VYRAHandleMenuItemPick(int hostItem);
+
+// The check mark of an item: 1 set, 0 not set, -1 none, in *outState. 0: answered; 1: not ours, and
+// *outState is untouched.
+int VYRAHandleMenuItemCheck(int hostMenu, int position, int* outState);
+
+// Whether an item is enabled; 1 when it is not ours.
+int VYRAHandleMenuItemEnable(int hostMenu, int position);
+
+// A plugin leaves: its menus go, and its items in the menu "Plugins". Those in other menus stay.
+void VYRAMenuCleanupHook(int plugin);

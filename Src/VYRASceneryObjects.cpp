@@ -1,0 +1,121 @@
+#include "VYRASceneryObjects.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "VYRAHostServices.h"
+#include "VYRALoaderDeliveries.h"
+#include "VYRALoaderRegistry.h"
+#include "VYRALoaderReports.h"
+#include "VYRASceneryProbes.h"
+
+std::map<int, std::vector<VYRAObjectRef>> gObjects;
+
+namespace {
+
+// Notes a load when its callback has ended, also when that threw: nobody else would release the object.
+class StNoteLoad {
+ public:
+  StNoteLoad(int owningPlugin, VYRAObjectRef loadedObject) : plugin(owningPlugin), object(loadedObject) {}
+  ~StNoteLoad() {
+    if (object != nullptr) gObjects[plugin].push_back(object);
+  }
+  StNoteLoad(const StNoteLoad&) = delete;
+  StNoteLoad& operator=(const StNoteLoad&) = delete;
+
+ private:
+  int plugin;
+  VYRAObjectRef object;
+};
+
+bool CallerOwns(VYRAObjectRef object) {
+  const auto owned = gObjects.find(VYRAGetDispatchedPlugin());
+  return owned != gObjects.end() && std::ranges::find(owned->second, object) != owned->second.end();
+}
+
+bool MayDraw(VYRAObjectRef object, int count, const VYRADrawInfo* locations) {
+  if (!CallerOwns(object)) {
+    VYRASendError("Illegal object, or object not owned by this plugin.");
+    return false;
+  }
+  for (int i = 0; i < count; ++i) {
+    if (locations[i].size == sizeof(VYRADrawInfo)) continue;
+    VYRASendError("Struct size mismatch for VYRADrawObjects");
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+VYRAObjectRef VYRALoadObject(const char* path) {
+  if (path == nullptr) return nullptr;
+  const VYRAObjectRef object = gHooks->LoadObject(path);
+  if (object != nullptr) gObjects[VYRAGetDispatchedPlugin()].push_back(object);
+  return object;
+}
+
+void VYRALoadObjectAsync(const char* path, VYRAObjectReady_f callback, void* refcon) {
+  auto* load = new VYRAObjectCompletion_t(VYRAGetDispatchedPlugin(), callback, refcon);
+  // First: the host may complete the load, and so end the record, before its service returns.
+  VYRAQueueDelivery(load);
+  if (path != nullptr) {
+    gHooks->LoadObjectAsync(path, VYRAObjectCompletion_t::AsyncCB, load);
+  } else {
+    VYRAObjectCompletion_t::AsyncCB(nullptr, load);
+  }
+}
+
+void VYRAObjectCompletion_t::AsyncCB(VYRAObjectRef object, void* record) {
+  auto* load = static_cast<VYRAObjectCompletion_t*>(record);
+  load->object = object;
+  VYRASendDelivery(load);
+}
+
+void VYRAObjectCompletion_t::DeliverToPlugin(bool pluginGone) {
+  const std::unique_ptr<VYRAObjectCompletion_t> self(this);
+  if (pluginGone) {
+    gHooks->UnloadObject(object);
+    return;
+  }
+  // Kept: the object becomes the plugin's when its callback has returned, not before. Inside the callback it
+  // cannot be unloaded yet, and plugins put that off until later.
+  const StNoteLoad noteLoad(pluginID, object);
+  if (callback != nullptr) callback(object, refcon);
+}
+
+void VYRADrawObjects(VYRAObjectRef object, int count, const VYRADrawInfo* locations, int lighting,
+                     int earthRelative) {
+  if (locations == nullptr) count = 0;
+  // Kept: only a plugin that would hear of a mistake pays for looking for it.
+  if (VYRAHasError() && !MayDraw(object, count, locations)) return;
+  for (int i = 0; i < count; ++i) {
+    const VYRADrawInfo& place = locations[i];
+    // Kept: the record has the pitch in front of the heading, the host's service the heading in front.
+    gHooks->DrawObjects(object, lighting, earthRelative, place.x, place.y, place.z, place.heading,
+                        place.pitch, place.roll);
+  }
+}
+
+void VYRAUnloadObject(VYRAObjectRef object) {
+  std::vector<VYRAObjectRef>& owned = gObjects[VYRAGetDispatchedPlugin()];
+  const auto found = std::ranges::find(owned, object);
+  if (found == owned.end()) {
+    VYRASendError("Unknown object for VYRAUnloadObject");
+    return;
+  }
+  owned.erase(found);
+  gHooks->UnloadObject(object);
+}
+
+int VYRALookupObjects(const char* path, float latitude, float longitude, VYRALibraryEnumerator_f enumerator,
+                      void* refcon) {
+  return gHooks->LookupObjects(path, latitude, longitude, enumerator, refcon);
+}
+
+void VYRASceneryCleanupHook(int plugin) {
+  VYRASceneryDestroyProbesOf(plugin);
+  // Taken first: releasing an object may lead to calls that load and unload more.
+  for (const VYRAObjectRef object : std::exchange(gObjects[plugin], {})) gHooks->UnloadObject(object);
+}

@@ -1,0 +1,29 @@
+// Commands: which plugin holds which, and the handlers that plugins hang before and after the host's own
+// handling.
+#pragma once
+
+#include <set>
+
+#include "VYRAUtilitiesCommandTable.h"
+
+struct VYRAHeldCommand {
+  int plugin;
+  VYRACommandRef command;
+
+  auto operator<=>(const VYRAHeldCommand&) const = default;
+};
+
+extern VYRACommandTable gPreHooks;   // called before the host acts
+extern VYRACommandTable gPostHooks;  // called after it
+
+// What plugins have begun and not ended, by plugin, then by command.
+extern std::set<VYRAHeldCommand> gCommandMap;
+
+// Calls the handlers of one phase of a command. 0: one of them stopped it; else 1.
+int VYRADispatchCommandHook(VYRACommandRef command, int isBegin, int isEnd, int isBefore);
+
+// Tells the host to continue what enabled plugins hold.
+void VYRACommandRepeatHook();
+
+// A plugin leaves: what it holds is ended, and its handlers are removed.
+void VYRACommandCleanupHook(int plugin);

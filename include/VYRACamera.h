@@ -1,0 +1,55 @@
+/*
+ * VYRACamera.h: taking over the host's camera, by one plugin at a time.
+ */
+#ifndef VYRA_CAMERA_H
+#define VYRA_CAMERA_H
+
+#include "VYRADefs.h"
+
+VYRA_BEGIN_DECLARATIONS
+
+/* A camera: seven floats that the library moves between host and plugin without looking at them. */
+typedef struct VYRACameraPosition {
+  float x; /* position, local metres */
+  float y;
+  float z;
+  float pitch; /* degrees */
+  float heading;
+  float roll;
+  float zoom; /* magnification, 1 is none */
+} VYRACameraPosition;
+
+VYRA_LAYOUT_ASSERT(CameraPositionIs28Bytes, sizeof(VYRACameraPosition) == 28);
+
+/* Durations: this one ends when the host's view changes; the meaning of any other is the host's, and to the
+ * library it lasts until the plugin gives the camera back. */
+#define VYRA_CAMERA_UNTIL_VIEW_CHANGES 1
+
+/**
+ * Sets the camera of a frame, once per frame while its plugin controls the camera.
+ *
+ * position: on entry the host's camera; write the wanted one into it. Valid during the call only. Null when
+ * isLosingControl is 1: control ends, and the result is ignored.
+ * Result: 1 to use the position, 0 to end control and leave this frame to the host. Return nothing else: it
+ * is passed on to the host, subtracted from 1, unchecked.
+ */
+typedef int (*VYRACameraControl_f)(VYRACameraPosition* position, int isLosingControl, void* refcon);
+
+/**
+ * Takes the camera for the calling plugin at once. A plugin that had it is replaced without being told.
+ * howLong: a duration, see above. control: with null, control ends at the next frame.
+ */
+VYRA_API void VYRAControlCamera(int howLong, VYRACameraControl_f control, void* refcon);
+
+/** Ends control, by whomever it is held; the control callback is not called. */
+VYRA_API void VYRADontControlCamera(void);
+
+/** 1 when a plugin controls the camera, and then its duration through outHowLong, unless that is null. */
+VYRA_API int VYRAIsCameraBeingControlled(int* outHowLong);
+
+/** Fills the record with the host's camera. Null is ignored. */
+VYRA_API void VYRAReadCameraPosition(VYRACameraPosition* outPosition);
+
+VYRA_END_DECLARATIONS
+
+#endif
