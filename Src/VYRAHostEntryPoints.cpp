@@ -1,15 +1,20 @@
-// What the simulator calls: start, stop and the event hook, each handed on to the subsystem that it is for.
+// What the simulator calls to start, to stop and to tell of events, each handed on to the subsystem that it
+// is for. The hooks for input and queries stand in VYRAHostEntryPointsInput.cpp.
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 
 #include "VYRADataAccess.h"
+#include "VYRADisplayCameraControl.h"
 #include "VYRAHostServices.h"
 #include "VYRALoader.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderRegistry.h"
+#include "VYRAMenusRecords.h"
 #include "VYRAProcessingLoops.h"
+#include "VYRAUtilitiesCommands.h"
+#include "VYRAUtilitiesKeys.h"
 
 namespace {
 
@@ -64,6 +69,7 @@ int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, vo
   if (VYRALoaderHasWaitingModules()) return kHostInterfaceRevision;
   gSelf = self;
   gHooks = services;
+  VYRAInitMenus();
   PublishBuildString();
   VYRAFindAndLoadPlugins(systemPath);
   VYRAEnableAllPlugins();
@@ -84,8 +90,13 @@ int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float
   const StHostCall call;
   switch (event) {
     case VYRA_EVENT_FLIGHT_LOOPS_0:
+      VYRADoRepeatedButtons();
+      [[fallthrough]];
     case VYRA_EVENT_FLIGHT_LOOPS_1:
       return VYRADoFlightLoopProcessing(elapsed, event);
+    case VYRA_EVENT_VIEW_CHANGED:
+      VYRAReleaseCamera();
+      break;
     case VYRA_EVENT_BROADCAST_101:
       Broadcast(VYRA_MESSAGE_HOST_101, nullptr);
       break;
@@ -103,6 +114,9 @@ int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float
       break;
     case VYRA_EVENT_PLANE_UNLOADED:
       PlaneUnloaded(param);
+      break;
+    case VYRA_EVENT_COMMAND_REPEAT:
+      VYRACommandRepeatHook();
       break;
     case VYRA_EVENT_BROADCAST_107:
       Broadcast(VYRA_MESSAGE_HOST_107, nullptr);

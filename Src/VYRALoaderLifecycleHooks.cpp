@@ -4,7 +4,13 @@
 #include <iterator>
 
 #include "VYRADataAccessRegistry.h"
+#include "VYRADisplayCameraControl.h"
+#include "VYRADisplayRecords.h"
+#include "VYRAMenusRecords.h"
+#include "VYRAPlanesControl.h"
 #include "VYRAProcessingLoops.h"
+#include "VYRASceneryObjects.h"
+#include "VYRAUtilitiesCommands.h"
 
 namespace {
 
@@ -19,8 +25,14 @@ struct SubsystemHooks {
 };
 
 constexpr SubsystemHooks kSubsystemHooks[] = {
+    {Place::commands, nullptr, VYRACommandCleanupHook},
+    {Place::display, VYRADisplayDisableHook, VYRADisplayCleanupHook},
     {Place::flightLoops, nullptr, VYRAProcessingCleanupHook},
+    {Place::camera, VYRACameraDisableHook, VYRACameraCleanupHook},
+    {Place::menus, nullptr, VYRAMenuCleanupHook},
+    {Place::planes, VYRAPlaneDisableHook, VYRAPlaneCleanupHook},
     {Place::dataRefs, nullptr, VYRADataRefsCleanupHook},
+    {Place::scenery, nullptr, VYRASceneryCleanupHook},
 };
 
 constexpr bool ComesBefore(const SubsystemHooks& left, const SubsystemHooks& right) {

@@ -248,6 +248,87 @@ enum {
  */
 VYRA_API int VYRAEventHook(int event, void* param, void* param2, float elapsed, float elapsed2);
 
+/* ---- Hooks: input, and questions of the host -----------------------------------------------------------
+ *
+ * Called on the main thread, as they come up. Before VYRAInitializePlugins and after VYRAShutdownPlugins
+ * they answer as if no plugin had registered anything.
+ *
+ * One order matters. Between VYRADoDrawingHook(20, ...), which walks the windows from the back, and the next
+ * walk from the front, a plugin that creates a window hides all others but the back-most one. So call
+ * VYRACursorHook right after step 20, before anything else that calls plugins: it walks from the front.
+ */
+
+/**
+ * One step of the host's frame.
+ *
+ * step: 1 to 26, in the host's own order; each stands for a drawing phase, before or after the host's own
+ * drawing of it: 1: phase 0, both; 2, 3: phase 5; 4, 5: 10; 6, 7: 15; 8, 9: 20; 10, 11: 25; 12: 30, both;
+ * 13: 35, both; 14, 15: 40; 16, 17: 45; 18: 55, both; 19: 50 before; 20: the drag of this frame, the windows,
+ * and 50 after; 21, 22: 101; 23, 24: 100; 25, 26: 102. isReflection: 1 while the host draws a reflection,
+ * in which only plugins that asked for it draw; else 0.
+ * Result: 0 when a plugin asked the host not to draw the phase that follows, else 1. Steps 12 and 18, and
+ * those that come after the host's drawing, always give 1, as do unknown ones.
+ */
+VYRA_API int VYRADoDrawingHook(int step, int isReflection);
+
+/**
+ * The mouse button went down (down not 0) or up (0) at a pixel, y upward. Drags are found by drawing step 20
+ * itself, with GetMouseLocation. Result: 0 when a window took it, 1 when it is the host's.
+ */
+VYRA_API int VYRAMouseClickHook(int x, int y, int down);
+
+/**
+ * A key was pressed. key: the character; flags: the modifiers; virtualKey: the key's code; the low 8 bits of
+ * the two are used. Result: 0 when a plugin consumed it, 1 when it is the host's.
+ */
+VYRA_API int VYRAKeyPressHook(int key, int flags, int virtualKey);
+
+/** The mouse is at a pixel. Result: the cursor that a window wants, or 0 for the host's own. */
+VYRA_API int VYRACursorHook(int x, int y);
+
+/** Wheel number `wheel` was turned by so many clicks. Result: 0 when a window consumed it, else 1. */
+VYRA_API int VYRAScrollWheelHook(int x, int y, int wheel, int clicks);
+
+/**
+ * The camera of a frame, once per frame. The seven pointers are to the host's camera, all not null, in the
+ * order of VYRACameraPosition; a plugin in control overwrites them. Result: 1 when the host keeps its camera;
+ * anything else, and 0 as a rule, when a plugin set it.
+ */
+VYRA_API int VYRACameraHook(float* x, float* y, float* z, float* pitch, float* heading, float* roll,
+                            float* zoom);
+
+/** The user picked an item, by the number that AppendMenuItem returned. Result: 0 handled, 1 not a plugin's.
+ */
+VYRA_API int VYRAMenuHook(int item);
+
+/**
+ * What mark the item at a position of a menu has: -1 none, 0 unchecked, 1 checked, in outState, which is not
+ * null. menu: the number that CreateMenu returned. Result: 0 when outState was written, 1 when not.
+ */
+VYRA_API int VYRACheckMenuHook(int menu, int position, int* outState);
+
+/** Whether the item at a position of a menu can be picked: 0 when not; 1 also for menus of the host. */
+VYRA_API int VYRAMenuItemEnabled(int menu, int position);
+
+/**
+ * The host is about to load a plane's model. ioPath: a terminated path in a buffer with room for the longest
+ * path that a plugin may ask for; overwritten when a plugin asked for a model. name: not used.
+ */
+VYRA_API void VYRAUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPath);
+
+/**
+ * How many of `total` planes (the user's included) the host is to run. flag: 0 to let a plugin's limit count.
+ * Call it once before plugins may set models: it tells the library how many planes there are.
+ */
+VYRA_API int VYRAGetNumberPlanesToHandle(int total, int flag);
+
+/**
+ * A phase of a command. isBegin: 1 when it was pressed; isEnd: 1 when it was released; both 0 while it is
+ * held. isBefore: 1 before the host acts on it, and 0 afterwards. Result, before: 0 when a plugin asks the
+ * host not to act; otherwise 1.
+ */
+VYRA_API int VYRACommandHook(VYRACommandRef command, int isBegin, int isEnd, int isBefore);
+
 VYRA_END_DECLARATIONS
 
 #endif
