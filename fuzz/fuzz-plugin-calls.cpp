@@ -1,6 +1,6 @@
 // Lets a handful of plugins do what the fuzzer's bytes say: publish and take back datarefs, share data, run
-// flight loops, message, enable, disable and unload each other, all of it also from inside each other's
-// callbacks. The sanitizers watch; what must hold after each call is checked here.
+// flight loops, draw, open windows, take keys, message, enable, disable and unload each other, all of it also
+// from inside each other's callbacks. The sanitizers watch; what must hold after each call is checked here.
 #include <dlfcn.h>
 
 #include <array>
@@ -11,8 +11,10 @@
 
 #include "RecordingHost.h"
 #include "VYRADataAccess.h"
+#include "VYRADisplayRecords.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderLifecycle.h"
+#include "VYRALoaderLifecycleHooks.h"
 #include "VYRALoaderRegistry.h"
 #include "VYRAProcessing.h"
 #include "VYRAProcessingLoops.h"
@@ -30,6 +32,8 @@ std::size_t gLeft = 0;
 int gDepth = 0;
 std::array<VYRADataRef, kNames.size()> gHandles = {};
 std::array<VYRAFlightLoopID, 4> gLoops = {};
+std::array<VYRAWindowID, 6> gWindowHandles = {};
+std::array<VYRAHotKeyID, 4> gHotKeyHandles = {};
 
 void Act();
 
@@ -156,8 +160,113 @@ void UseFlightLoops() {
   }
 }
 
+int Draw(int, int, void*) {
+  Nested();
+  return Byte();
+}
+int Sniff(char, int, char, void*) {
+  Nested();
+  return Byte() % 4 != 3;
+}
+void Fire(void*) { Nested(); }
+void DrawWindow(VYRAWindowID, void*) { Nested(); }
+void HandleKey(VYRAWindowID, char, int, char, void*, int) { Nested(); }
+int HandleMouse(VYRAWindowID, int, int, int, void*) {
+  Nested();
+  return Byte() % 2;
+}
+int HandleCursor(VYRAWindowID, int, int, void*) {
+  Nested();
+  return Byte() % 2;
+}
+
+template <class Handles>
+auto& AnyOf(Handles& handles) {
+  return handles[static_cast<std::size_t>(Byte()) % handles.size()];
+}
+
+void UseWindows() {
+  VYRAWindowID& window = AnyOf(gWindowHandles);
+  VYRAWindowCreateParams params = {sizeof(params), 0,           10,        10,           0,       Byte() % 2,
+                                   DrawWindow,     HandleMouse, HandleKey, HandleCursor, nullptr, nullptr};
+  switch (Byte() % 7) {
+    case 0:
+    case 1:
+      window = VYRACreateWindowEx(&params);
+      break;
+    case 2:
+      VYRADestroyWindow(window);
+      break;
+    case 3:
+      VYRATakeKeyboardFocus(window);
+      break;
+    case 4:
+      VYRABringWindowToFront(window);
+      break;
+    case 5:
+      VYRASetWindowIsVisible(window, Byte() % 2);
+      break;
+    default:
+      Require(VYRAGetWindowRefCon(window) == nullptr);
+      VYRAIsWindowInFront(window);
+  }
+}
+
+void RegisterForDisplay() {
+  void* const refcon = &AnyOf(gHotKeyHandles);
+  VYRAHotKeyID& hotKey = AnyOf(gHotKeyHandles);
+  switch (Byte() % 7) {
+    case 0:
+      VYRARegisterDrawCallback(Draw, 50, Byte() % 2, refcon);
+      break;
+    case 1:
+      VYRAUnregisterDrawCallback(Draw, 50, Byte() % 2, refcon);
+      break;
+    case 2:
+      VYRARegisterKeySniffer(Sniff, Byte() % 2, refcon);
+      break;
+    case 3:
+      VYRAUnregisterKeySniffer(Sniff, Byte() % 2, refcon);
+      break;
+    case 4:
+      hotKey = VYRARegisterHotKey('K', Byte() % 2, "fuzz", Fire, nullptr);
+      break;
+    case 5:
+      VYRAUnregisterHotKey(hotKey);
+      break;
+    default:
+      VYRASetHotKeyCombination(VYRAGetNthHotKey(Byte() % 4), 'K', Byte() % 2);
+  }
+}
+
+// The host's own calls, which may come from inside a plugin's.
+void CallHooks() {
+  if (gDepth >= kDeepest) return;
+  ++gDepth;
+  switch (Byte() % 6) {
+    case 0:
+      VYRADisplayDoDrawingHook(20, Byte() % 2);
+      break;
+    case 1:
+      VYRADisplayDoDrawingHook(19, 0);
+      break;
+    case 2:
+      VYRADisplayKeyPressHook('k', Byte() % 2, 'K');
+      break;
+    case 3:
+      VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_DOWN);
+      break;
+    case 4:
+      VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_UP);
+      break;
+    default:
+      VYRADisplayCursorHook(Byte() % 12, 5);
+  }
+  --gDepth;
+}
+
 void Act() {
-  switch (Byte() % 10) {
+  switch (Byte() % 13) {
     case 0:
       AddPlugin();
       break;
@@ -189,6 +298,15 @@ void Act() {
     case 8:
       UseFlightLoops();
       break;
+    case 9:
+      UseWindows();
+      break;
+    case 10:
+      RegisterForDisplay();
+      break;
+    case 11:
+      CallHooks();
+      break;
     default: {
       const StDispatchCallback dispatch(AnyPlugin());
       Nested();
@@ -209,8 +327,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   VYRADisableAllPlugins();
   VYRAUnloadPlugins();
   Require(gDepth == 0 && VYRAGetMyID() == VYRA_HOST_PLUGIN && gFlightLoops.IterationDepth() == 0);
-  // The host's own flight loops outlive the plugins; the next run starts without any.
-  VYRAProcessingCleanupHook(VYRA_HOST_PLUGIN);
-  VYRAProcessingCleanupHook(VYRA_NO_PLUGIN);
+  // What the host itself registered outlives the plugins; the next run starts without any of it.
+  for (const VYRAPluginID plugin : {VYRA_HOST_PLUGIN, VYRA_NO_PLUGIN}) VYRALoaderRunCleanupHooks(plugin);
   return 0;
 }

@@ -1,0 +1,265 @@
+// Windows: their order, the mouse, keyboard focus, and everything a window may do to itself while it is
+// called.
+#include <string>
+
+#include "PluginFixture.h"
+#include "VYRADisplayRecords.h"
+#include "VYRALoaderLifecycle.h"
+
+namespace {
+
+class Windows : public PluginFixture {
+ protected:
+  // A window that notes what it is called for, as "name:what", answers its result and does its action.
+  struct Pane {
+    char name;
+    int result = 1;
+    void (*action)(Pane& self, const std::string& what) = nullptr;
+    VYRAWindowID id = nullptr;
+  };
+
+  static int Called(void* refcon, const std::string& what) {
+    Pane& pane = *static_cast<Pane*>(refcon);
+    trace.push_back(pane.name + (":" + what));
+    const int result = pane.result;
+    if (pane.action != nullptr) pane.action(pane, what);
+    return result;
+  }
+
+  static void Open(Pane& pane, int left = 0, int bottom = 0, int visible = 1) {
+    const VYRAWindowCreateParams params = {
+        sizeof(params),
+        left,
+        bottom + 10,
+        left + 10,
+        bottom,
+        visible,
+        [](VYRAWindowID, void* r) { Called(r, "draw"); },
+        [](VYRAWindowID, int, int, int status, void* r) {
+          return Called(r, "mouse" + std::to_string(status));
+        },
+        [](VYRAWindowID w, char key, int, char, void* r, int losing) {
+          const bool self = w == static_cast<Pane*>(r)->id;
+          Called(r, losing == 0 ? std::string("key ") + key
+                    : self      ? "loses to itself"
+                    : w         ? "loses"
+                                : "losesAll");
+        },
+        [](VYRAWindowID, int, int, void* r) { return Called(r, "cursor"); },
+        [](VYRAWindowID, int, int, int, int clicks, void* r) {
+          return Called(r, "wheel" + std::to_string(clicks));
+        },
+        &pane};
+    pane.id = VYRACreateWindowEx(&params);
+  }
+
+  static std::string Traced() {
+    std::string line;
+    for (const std::string& word : std::exchange(trace, {})) line += word + " ";
+    return line;
+  }
+
+  Pane a{'a'};
+  Pane b{'b'};
+  Pane c{'c'};
+};
+
+TEST_F(Windows, PointIsInsideOnTheLeftAndBottomEdgeAlone) {
+  Open(a, 100, 200);
+  const auto hit = [](int x, int y) { return VYRADisplayCursorHook(x, y); };
+  EXPECT_EQ(hit(100, 200), 1);
+  EXPECT_EQ(hit(109, 209), 1);
+  EXPECT_EQ(hit(99, 200) + hit(100, 199) + hit(110, 205) + hit(105, 210), 0);
+}
+
+TEST_F(Windows, OrderDecidesWhoIsDrawnLastAndAskedFirst) {
+  for (Pane* pane : {&a, &b, &c}) Open(*pane);
+  b.result = 0;
+  VYRABringWindowToFront(b.id);
+  VYRADisplayDoDrawingHook(20, 0);
+  EXPECT_EQ(Traced(), "a:draw c:draw b:draw ");
+  EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 0);
+  EXPECT_EQ(VYRADisplayScrollWheelHook(5, 5, 0, -2), 0);
+  EXPECT_EQ(Traced(), "b:mouse1 c:mouse1 b:wheel-2 c:wheel-2 ");
+  VYRASetWindowIsVisible(c.id, 0);
+  EXPECT_EQ(VYRADisplayCursorHook(5, 5), 1);
+  EXPECT_EQ(Traced(), "b:cursor a:cursor ");
+  EXPECT_EQ(VYRADisplayScrollWheelHook(50, 5, 0, 1), 1);
+  EXPECT_EQ(VYRAIsWindowInFront(b.id), 1);
+  VYRASetWindowIsVisible(b.id, 0);
+  EXPECT_EQ(VYRAIsWindowInFront(b.id), 0);
+  EXPECT_EQ(VYRAIsWindowInFront(a.id), 1);
+}
+
+TEST_F(Windows, PressThatIsTakenHoldsTheMouseUntilTheRelease) {
+  Open(a);
+  EXPECT_EQ(VYRADisplayMouseClickHook(50, 50, VYRA_MOUSE_DOWN), 1);
+  VYRADisplayDoDrawingHook(20, 0);
+  EXPECT_EQ(Traced(), "a:draw ");
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  VYRADisplayDoDrawingHook(20, 0);
+  EXPECT_EQ(gHost.CallsOf("GetMouseLocation").size(), 1U);
+  EXPECT_EQ(VYRADisplayMouseClickHook(500, 500, VYRA_MOUSE_UP), 0);
+  EXPECT_EQ(VYRADisplayMouseClickHook(500, 500, VYRA_MOUSE_UP), 1);
+  EXPECT_EQ(Traced(), "a:mouse1 a:mouse2 a:draw a:mouse3 ");
+}
+
+TEST_F(Windows, FocusMovesAndTellsTheLoserWhoTakesIt) {
+  Open(a);
+  Open(b);
+  VYRATakeKeyboardFocus(a.id);
+  VYRATakeKeyboardFocus(a.id);
+  EXPECT_EQ(Traced(), "");
+  VYRATakeKeyboardFocus(b.id);
+  EXPECT_EQ(VYRADisplayKeyPressHook('k', 0, 'K'), 0);
+  VYRATakeKeyboardFocus(reinterpret_cast<VYRAWindowID>(&a));
+  EXPECT_EQ(gFocusWindow, nullptr) << "what is no window releases the focus";
+  EXPECT_EQ(Traced(), "a:loses b:key k b:loses ");
+  VYRATakeKeyboardFocus(a.id);
+  VYRASetWindowIsVisible(a.id, 0);
+  VYRASetWindowIsVisible(a.id, 0);
+  VYRATakeKeyboardFocus(a.id);
+  VYRADestroyWindow(a.id);
+  EXPECT_EQ(Traced(), "a:losesAll a:losesAll ");
+  EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, DisabledPluginLosesFocusAndMouseWhileItMayStillBeCalled) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  RunAs(plugin, [&] { Open(a); });
+  VYRATakeKeyboardFocus(a.id);
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  VYRADisablePlugin(plugin);
+  EXPECT_EQ(Traced(), "a:mouse1 a:losesAll a:mouse3 ");
+  EXPECT_EQ(gDragWindow, nullptr);
+  VYRATakeKeyboardFocus(a.id);
+  EXPECT_EQ(gFocusWindow, nullptr);
+  VYRADisplayDoDrawingHook(20, 0);
+  EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 1);
+  EXPECT_EQ(Traced(), "");
+}
+
+TEST_F(Windows, WindowMayDestroyItselfInEveryCallOfItsOwn) {
+  const auto destroySelf = [](Pane& self, const std::string&) {
+    VYRADestroyWindow(self.id);
+    EXPECT_EQ(VYRAGetWindowIsVisible(self.id), 0) << "the handle is stale at once";
+    VYRABringWindowToFront(self.id);
+    VYRADestroyWindow(self.id);
+  };
+  const auto during = [&](void (*prepare)(Pane&), void (*call)()) {
+    a.action = nullptr;
+    Open(a);
+    Open(b);
+    prepare(a);
+    Traced();
+    a.action = destroySelf;
+    VYRABringWindowToFront(a.id);
+    call();
+    EXPECT_EQ(gDragWindow, nullptr);
+    EXPECT_EQ(gFocusWindow, nullptr);
+    VYRADestroyWindow(b.id);
+    EXPECT_EQ(gWindows.BeginIterate(), nullptr);
+    gWindows.EndIterate();
+    return Traced();
+  };
+  const auto nothing = [](Pane&) {};
+  const auto hold = [](Pane&) { VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN); };
+  const auto focus = [](Pane& pane) { VYRATakeKeyboardFocus(pane.id); };
+  b.result = 0;
+  EXPECT_EQ(during(nothing, [] { VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN); }), "a:mouse1 ");
+  EXPECT_EQ(during(nothing, [] { VYRADisplayCursorHook(5, 5); }), "a:cursor ");
+  EXPECT_EQ(during(nothing, [] { VYRADisplayDoDrawingHook(20, 0); }), "b:draw a:draw ");
+  EXPECT_EQ(during(focus, [] { VYRADisplayKeyPressHook('k', 0, 'K'); }), "a:key k a:losesAll ");
+  EXPECT_EQ(during(focus, [] { VYRATakeKeyboardFocus(nullptr); }), "a:losesAll ");
+  EXPECT_EQ(during(hold, [] { VYRADisplayDoDrawingHook(20, 0); }), "a:mouse2 b:draw ");
+  EXPECT_EQ(during(hold, [] { VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_UP); }), "a:mouse3 ");
+}
+
+TEST_F(Windows, WindowMayDestroyOrReorderTheOthersWhileTheyAreWalked) {
+  static Pane* others[2];
+  others[0] = &a;
+  others[1] = &c;
+  for (Pane* pane : {&a, &b, &c}) Open(*pane);
+  b.action = [](Pane& self, const std::string& what) {
+    if (what == "draw") VYRABringWindowToFront(self.id);
+    if (what == "mouse1") {
+      for (const Pane* other : others) VYRADestroyWindow(other->id);
+    }
+  };
+  VYRADisplayDoDrawingHook(20, 0);
+  EXPECT_EQ(Traced(), "a:draw b:draw c:draw ") << "moved to the front, but drawn once";
+  b.result = 0;
+  EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 1);
+  EXPECT_EQ(Traced(), "b:mouse1 ");
+}
+
+TEST_F(Windows, LoserThatMovesTheFocusItselfIsToldOnce) {
+  Open(a);
+  Open(b);
+  a.action = [](Pane& self, const std::string&) {
+    VYRATakeKeyboardFocus(self.id);
+    VYRATakeKeyboardFocus(nullptr);
+  };
+  VYRATakeKeyboardFocus(a.id);
+  VYRATakeKeyboardFocus(b.id);
+  EXPECT_EQ(Traced(), "a:loses ");
+  EXPECT_EQ(gFocusWindow, b.id);
+}
+
+TEST_F(Windows, TakerThatIsDestroyedWhileTheLoserIsToldGetsNothing) {
+  static Pane* taker;
+  taker = &b;
+  Open(a);
+  Open(b);
+  a.action = [](Pane&, const std::string&) { VYRADestroyWindow(taker->id); };
+  VYRATakeKeyboardFocus(a.id);
+  VYRATakeKeyboardFocus(b.id);
+  EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, WindowsHiddenByTheAnchorLeaveNothingBehindWhenTheirPluginGoes) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  RunAs(plugin, [&] {
+    for (Pane* pane : {&b, &a}) Open(*pane);
+  });
+  VYRATakeKeyboardFocus(a.id);
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  VYRADisplayDrawWindows();
+  RunAs(plugin, [&] { Open(c); });
+  Traced();
+  VYRADisplayDrawWindows();
+  EXPECT_EQ(Traced(), "b:draw c:draw ") << "a is hidden: it was created between two walks";
+  EXPECT_EQ(VYRAGetWindowIsVisible(a.id), 0);
+  UnloadOnePlugin(plugin);
+  EXPECT_EQ(gFocusWindow, nullptr);
+  EXPECT_EQ(gDragWindow, nullptr);
+  Traced();
+  VYRADisplayKeyPressHook('k', 0, 'K');
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_UP);
+  EXPECT_EQ(Traced(), "");
+}
+
+TEST_F(Windows, ParametersOfAnotherSizeAndNullCallbacksAreTaken) {
+  VYRAWindowCreateParams params = {};
+  for (const int size : {0, 71, 73}) {
+    params.structSize = size;
+    EXPECT_EQ(VYRACreateWindowEx(&params), nullptr);
+  }
+  EXPECT_EQ(VYRACreateWindowEx(nullptr), nullptr);
+  const VYRAWindowID bare = VYRACreateWindow(0, 10, 10, 0, 1, nullptr, nullptr, nullptr, &a);
+  EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 1);
+  EXPECT_EQ(VYRADisplayDoDrawingHook(20, 0), 1);
+  EXPECT_EQ(VYRADisplayCursorHook(5, 5), 0);
+  VYRATakeKeyboardFocus(bare);
+  EXPECT_EQ(VYRADisplayKeyPressHook('k', 0, 'K'), 0);
+  VYRATakeKeyboardFocus(nullptr);
+  VYRASetWindowGeometry(bare, 1, 2, 3, 4);
+  int top = 0;
+  int bottom = 0;
+  VYRAGetWindowGeometry(bare, nullptr, &top, nullptr, &bottom);
+  EXPECT_EQ(top * 10 + bottom, 24);
+  VYRASetWindowRefCon(bare, &b);
+  EXPECT_EQ(VYRAGetWindowRefCon(bare), &b);
+}
+
+}  // namespace
