@@ -8,13 +8,12 @@
 namespace sim {
 namespace {
 
-constexpr float kIdleSpeed = 20.0F;             // metres per second
-constexpr float kSpeedOfFullThrottle = 60.0F;   // on top of the idle speed
-constexpr float kSettlingSeconds = 5.0F;        // of the speed after a change of throttle
-constexpr float kLevelFlightSpeed = 45.0F;      // climbs when faster, sinks when slower
-constexpr float kClimbPerSpeed = 0.15F;         // metres per second of climb for each of excess speed
-constexpr float kTurnRate = 3.0F;               // degrees per second
-constexpr double kMetresPerDegree = 111'320.0;  // of latitude
+constexpr float kIdleSpeed = 20.0F;            // metres per second
+constexpr float kSpeedOfFullThrottle = 60.0F;  // on top of the idle speed
+constexpr float kSettlingSeconds = 5.0F;       // of the speed after a change of throttle
+constexpr float kLevelFlightSpeed = 45.0F;     // climbs when faster, sinks when slower
+constexpr float kClimbPerSpeed = 0.15F;        // metres per second of climb for each of excess speed
+constexpr float kTurnRate = 3.0F;              // degrees per second
 
 }  // namespace
 

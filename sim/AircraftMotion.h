@@ -4,6 +4,8 @@
 
 namespace sim {
 
+constexpr double kMetresPerDegree = 111'320.0;  // of latitude
+
 struct AircraftMotion {
   // Controls.
   float throttleRatio = 0.5F;

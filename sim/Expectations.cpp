@@ -2,12 +2,18 @@
 #include "Expectations.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <string_view>
 
+#include "AiPlanes.h"
+#include "Canvas.h"
 #include "Log.h"
+#include "MenuBar.h"
+#include "Objects.h"
 #include "VYRAPlugin.h"
+#include "View.h"
 
 namespace sim {
 namespace {
@@ -76,6 +82,12 @@ std::optional<DataRefValue> ReadAt(const std::string& dataRef, std::optional<int
 
 std::string Times(int count) { return count == 1 ? "once" : fmt::format("{} times", count); }
 
+std::string_view CameraOwner(bool isPlugin) { return isPlugin ? "a plugin's" : "the simulator's"; }
+
+std::string_view PlanesOwner(std::string_view signature) {
+  return signature.empty() ? "the simulator" : signature;
+}
+
 struct Judge {
   const Log& log;
 
@@ -114,6 +126,41 @@ struct Judge {
     const bool holds = claim.state == Loaded ? state != Absent : state == claim.state;
     return {holds, fmt::format("plugin {} is {}", claim.signature, Name(claim.state)),
             std::string(Name(state))};
+  }
+
+  Verdict operator()(const ScreenHas& claim) const {
+    const std::vector<std::string>& texts = TextsOnScreen();
+    const bool shows = std::ranges::any_of(
+        texts, [&](const std::string& text) { return text.find(claim.text) != std::string::npos; });
+    return {shows == claim.wanted,
+            fmt::format("screen {} \"{}\"", claim.wanted ? "shows" : "does not show", claim.text),
+            texts.empty() ? "no text" : fmt::format("\"{}\"", fmt::join(texts, "\", \""))};
+  }
+
+  Verdict operator()(const MenuItemIs& claim) const {
+    const std::string state = MenuItemState(claim.way);
+    return {state == claim.state, fmt::format("menu item {} is {}", claim.way, claim.state), state};
+  }
+
+  Verdict operator()(const CameraIs& claim) const {
+    const auto zoom = static_cast<double>(Camera().zoom);
+    const bool zoomHolds = !claim.zoom || SameNumber(zoom, *claim.zoom);
+    const std::string wantedZoom = claim.zoom ? fmt::format(" at zoom {:.9g}", *claim.zoom) : "";
+    return {PluginHasCamera() == claim.ofPlugin && zoomHolds,
+            fmt::format("camera is {}{}", CameraOwner(claim.ofPlugin), wantedZoom),
+            fmt::format("{} at zoom {:.9g}", CameraOwner(PluginHasCamera()), zoom)};
+  }
+
+  Verdict operator()(const PlanesHeldBy& claim) const {
+    const std::string owner = AiPlanesOwner();
+    return {owner == claim.owner, fmt::format("AI planes are held by {}", PlanesOwner(claim.owner)),
+            std::string(PlanesOwner(owner))};
+  }
+
+  Verdict operator()(const ObjectsLoaded& claim) const {
+    const int count = LoadedObjects();
+    return {count == claim.count, fmt::format("number of objects loaded is {}", claim.count),
+            std::to_string(count)};
   }
 };
 

@@ -2,13 +2,16 @@
 #include "Flight.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 
+#include "Canvas.h"
 #include "InputError.h"
 #include "JsonObject.h"
 #include "VYRAHost.h"
@@ -77,12 +80,36 @@ WriteValue WriteOf(JsonObject object) {
   return write;
 }
 
+Click ClickOf(JsonObject object) {
+  const Click click{.x = object.Int("x", 0, kScreenWidth - 1), .y = object.Int("y", 0, kScreenHeight - 1)};
+  object.RejectOtherKeys();
+  return click;
+}
+
+// Of a letter or digit, whose virtual key is the character itself, in upper case.
+PressKey KeyOf(JsonObject& object) {
+  const std::string key = object.Text("key");
+  if (key.size() != 1 || std::isalnum(static_cast<unsigned char>(key.front())) == 0)
+    object.Fail("\"key\" must be one letter or digit");
+  return {.key = key.front(), .flags = object.Has("flags") ? object.Int("flags", 0, kAnyInt) : 0};
+}
+
+UseCommand CommandOf(JsonObject object) {
+  UseCommand use{.name = object.Text("name"), .passes = object.Int("passes", 1, kMaxFrames)};
+  object.RejectOtherKeys();
+  return use;
+}
+
 Action ActionOf(JsonObject& object, const std::string& systemPath) {
   if (object.Has("loadAircraft")) return LoadAircraft{ModelPath(object, systemPath)};
   if (object.Has("loadScenery")) return LoadScenery{SceneryFolder(object, systemPath)};
   if (object.Has("sendMessage")) return MessageOf(object.Object("sendMessage"));
   if (object.Has("broadcastEvent")) return BroadcastOf(object);
   if (object.Has("writeDataRef")) return WriteOf(object.Object("writeDataRef"));
+  if (object.Has("click")) return ClickOf(object.Object("click"));
+  if (object.Has("key")) return KeyOf(object);
+  if (object.Has("pickMenuItem")) return PickItem{object.Text("pickMenuItem")};
+  if (object.Has("command")) return CommandOf(object.Object("command"));
   object.True("unloadAircraft");
   return UnloadAircraft{};
 }
@@ -105,15 +132,35 @@ DataRefIs DataRefClaim(JsonObject& object) {
   return claim;
 }
 
+std::string OneOf(JsonObject& object, const char* key, const std::vector<std::string>& allowed) {
+  std::string text = object.Text(key);
+  if (std::ranges::find(allowed, text) == allowed.end())
+    object.Fail(fmt::format("\"{}\" must be one of: {}", key, fmt::join(allowed, ", ")));
+  return text;
+}
+
 PluginIs PluginClaim(JsonObject& object) {
   using enum PluginIs::State;
   std::string signature = object.Text("plugin");
-  const std::string state = object.Text("is");
+  const std::string state = OneOf(object, "is", {"loaded", "enabled", "disabled", "absent"});
   if (state == "loaded") return {signature, Loaded};
   if (state == "enabled") return {signature, Enabled};
   if (state == "disabled") return {signature, Disabled};
-  if (state == "absent") return {signature, Absent};
-  object.Fail("\"is\" must be loaded, enabled, disabled or absent");
+  return {signature, Absent};
+}
+
+CameraIs CameraClaim(JsonObject& object) {
+  CameraIs claim{.ofPlugin = OneOf(object, "camera", {"plugin", "simulator"}) == "plugin", .zoom = {}};
+  if (!object.Has("zoom")) return claim;
+  const DataRefValue zoom = object.Value("zoom");
+  if (!std::holds_alternative<double>(zoom)) object.Fail("\"zoom\" must be a number");
+  claim.zoom = std::get<double>(zoom);
+  return claim;
+}
+
+PlanesHeldBy PlanesClaim(JsonObject& object) {
+  const std::string owner = object.Text("planesHeldBy");
+  return {owner == "simulator" ? "" : owner};
 }
 
 Claim ClaimOf(JsonObject& object) {
@@ -121,6 +168,14 @@ Claim ClaimOf(JsonObject& object) {
   if (object.Has("dataRef")) return DataRefClaim(object);
   if (object.Has("pluginCount")) return PluginCount{object.Int("pluginCount", 0, kAnyInt)};
   if (object.Has("plugin")) return PluginClaim(object);
+  if (object.Has("screenShows")) return ScreenHas{object.Text("screenShows"), true};
+  if (object.Has("screenLacks")) return ScreenHas{object.Text("screenLacks"), false};
+  if (object.Has("menuItem"))
+    return MenuItemIs{object.Text("menuItem"),
+                      OneOf(object, "is", {"absent", "disabled", "plain", "unchecked", "checked"})};
+  if (object.Has("camera")) return CameraClaim(object);
+  if (object.Has("planesHeldBy")) return PlanesClaim(object);
+  if (object.Has("objectsLoaded")) return ObjectsLoaded{object.Int("objectsLoaded", 0, kAnyInt)};
   LogContains contains{object.Text("logContains"), {}};
   if (object.Has("times")) contains.times = object.Int("times", 1, kAnyInt);
   return contains;
@@ -128,10 +183,7 @@ Claim ClaimOf(JsonObject& object) {
 
 int MomentOf(JsonObject& object, int frames) {
   if (!object.Has("after")) return CheckedFrame(object, frames);
-  const std::string after = object.Text("after");
-  if (after == "end") return kAtEnd;
-  if (after == "shutdown") return kAfterShutdown;
-  object.Fail("\"after\" must be end or shutdown");
+  return OneOf(object, "after", {"end", "shutdown"}) == "end" ? kAtEnd : kAfterShutdown;
 }
 
 }  // namespace

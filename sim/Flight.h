@@ -34,9 +34,24 @@ struct WriteValue {
   std::string dataRef;
   DataRefValue value;
 };
+struct Click {
+  int x = 0;
+  int y = 0;
+};
+struct PressKey {
+  char key = 0;
+  int flags = 0;
+};
+struct PickItem {
+  std::string way;  // "Plugins/Clock/Show window"
+};
+struct UseCommand {
+  std::string name;
+  int passes = 1;  // for which it is held
+};
 
-using Action =
-    std::variant<LoadAircraft, UnloadAircraft, LoadScenery, SendMessage, BroadcastEvent, WriteValue>;
+using Action = std::variant<LoadAircraft, UnloadAircraft, LoadScenery, SendMessage, BroadcastEvent,
+                            WriteValue, Click, PressKey, PickItem, UseCommand>;
 
 struct Step {
   int frame;  // carried out before the frame
@@ -66,8 +81,27 @@ struct PluginIs {
   std::string signature;
   State state;
 };
+struct ScreenHas {
+  std::string text;
+  bool wanted;  // or that it lacks it
+};
+struct MenuItemIs {
+  std::string way;
+  std::string state;
+};
+struct CameraIs {
+  bool ofPlugin;  // or the simulator's own
+  std::optional<double> zoom;
+};
+struct PlanesHeldBy {
+  std::string owner;  // a plugin's signature, or empty for the simulator
+};
+struct ObjectsLoaded {
+  int count;
+};
 
-using Claim = std::variant<LogContains, LogLacks, DataRefIs, PluginCount, PluginIs>;
+using Claim = std::variant<LogContains, LogLacks, DataRefIs, PluginCount, PluginIs, ScreenHas, MenuItemIs,
+                           CameraIs, PlanesHeldBy, ObjectsLoaded>;
 
 constexpr int kAtEnd = std::numeric_limits<int>::max() - 1;
 constexpr int kAfterShutdown = std::numeric_limits<int>::max();

@@ -1,4 +1,5 @@
-// The services that show this simulator as it is: time, paths, versions, the screen, plane 0, the log.
+// The service table, put together from the subsystems, and the services that belong to none: time, paths,
+// versions, the log.
 #include "HostServices.h"
 
 #include <fmt/format.h>
@@ -9,8 +10,15 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "AiPlanes.h"
+#include "Canvas.h"
+#include "Commands.h"
 #include "Log.h"
+#include "MenuBar.h"
 #include "NeutralServices.h"
+#include "Objects.h"
+#include "Terrain.h"
+#include "View.h"
 #include "World.h"
 
 namespace sim {
@@ -20,25 +28,10 @@ constexpr int kTableRevision = 4;  // with ShowMessage and ShowLoadingStatus
 constexpr int kHostVersion = 600;
 constexpr int kHostId = 1;
 constexpr int kLanguageEnglish = 0;
-constexpr int kScreenWidth = 1280;
-constexpr int kScreenHeight = 800;
 constexpr int kServiceCount = 70;
 
 // The callers' buffers are large enough: the simulator refuses longer paths before it starts.
 void CopyTo(char* buffer, std::string_view text) { buffer[text.copy(buffer, text.size())] = '\0'; }
-
-void GetNthAircraftModel(int planeIndex, char* outPath, char* outFileName) {
-  const std::string_view path = planeIndex == 0 ? std::string_view(gWorld.modelPath) : std::string_view();
-  CopyTo(outPath, path);
-  CopyTo(outFileName, path.substr(path.rfind('/') + 1));
-}
-
-int CountAircraft(int* outTotal, int* outActive, int* outController) {
-  if (outTotal != nullptr) *outTotal = 1;
-  if (outActive != nullptr) *outActive = 1;
-  if (outController != nullptr) *outController = VYRA_HOST_PLUGIN;
-  return 1;
-}
 
 // The library shows a message only when it reloads the plugins. There is no user to wait for.
 void ShowMessage(const char* line1, const char* line2, const char* line3, const char* line4) {
@@ -70,13 +63,18 @@ VYRAHostServices MakeHostServices() {
   services.serviceTableRevision = kTableRevision;
   services.hostVersion = kHostVersion;
   FillNeutralServices(services);
+  FillCanvasServices(services);
+  FillViewServices(services);
+  FillMenuServices(services);
+  FillCommandServices(services);
+  FillPlaneServices(services);
+  FillTerrainServices(services);
+  FillObjectServices(services);
 
   services.GetElapsedTime = [] { return static_cast<float>(gWorld.elapsedSeconds); };
   services.DebugString = [](const char* text) { gWorld.log->Write(text); };
   services.GetSystemPath = [](char* outPath) { CopyTo(outPath, gWorld.systemPath); };
   services.GetPrefsPath = [](char* outPath) { CopyTo(outPath, gWorld.systemPath + "vyra-sim.prefs"); };
-  services.GetNthAircraftModel = GetNthAircraftModel;
-  services.CountAircraft = CountAircraft;
   services.GetVersions = [](int* outHostVersion, int* outHostId) {
     *outHostVersion = kHostVersion;
     *outHostId = kHostId;
@@ -85,14 +83,6 @@ VYRAHostServices MakeHostServices() {
   services.ShowMessage = ShowMessage;
   services.ShowLoadingStatus = [](const char* text) { gWorld.log->Write(fmt::format("Status: {}\n", text)); };
   services.HostReceiveMessage = ReceiveMessage;
-  services.GetScreenSize = [](int* outWidth, int* outHeight) {
-    *outWidth = kScreenWidth;
-    *outHeight = kScreenHeight;
-  };
-  services.GetMouseLocation = [](int* outX, int* outY, int /*flag*/) {
-    *outX = kScreenWidth / 2;
-    *outY = kScreenHeight / 2;
-  };
 
   CheckEverySlot(services);
   return services;

@@ -20,29 +20,10 @@ void FillDrawing(VYRAHostServices& services) {
     for (int index = 0; index < count; ++index) outTextureIds[index] = 0;
   };
   services.GetTexture = [](int) { return 0; };
-  services.WorldToLocal = [](double, double, double, double* outX, double* outY, double* outZ) {
-    Zero({outX, outY, outZ});
-  };
-  services.LocalToWorld = [](double, double, double, double* outLatitude, double* outLongitude,
-                             double* outAltitude) {
-    Zero({outLatitude, outLongitude, outAltitude});
-  };
-  services.DrawTranslucentDarkBox = [](int, int, int, int) {};
-  services.DrawString = [](float*, int, int, char*, int*, int) {};
-  services.DrawNumber = [](float*, int, int, double, int, int, int, int) {};
-  services.GetFontDimensions = [](int, int* outCharWidth, int* outCharHeight, int* outDigitsOnly) {
-    Zero({outCharWidth, outCharHeight, outDigitsOnly});
-  };
-  services.MeasureString = [](int, const char*, int) { return 0.0F; };
-  services.ReadCameraPosition = [](float* outX, float* outY, float* outZ, float* outPitch, float* outHeading,
-                                   float* outRoll, float* outZoom) {
-    Zero({outX, outY, outZ, outPitch, outHeading, outRoll, outZoom});
-  };
 }
 
 void FillPlanes(VYRAHostServices& services) {
   services.DrawAircraft = [](int, float, float, float, float, float, float, int, void*) {};
-  services.SetAircraftModel = [](int, const char*, const char*) {};
   services.PlaceUserAtAirport = [](const char*) {};
   services.ReinitUsersPlane = [](int, int) {};
 }
@@ -52,18 +33,6 @@ void FillInput(VYRAHostServices& services) {
   services.SpeakString = [](const char*) {};
   services.CommandKeyStroke = [](int) {};
   services.CommandButtonPress = [](const int*, int, int) {};
-  services.FindCommand = [](const char*, const char*, int) -> VYRACommandRef { return nullptr; };
-  services.CommandBegin = [](VYRACommandRef) {};
-  services.CommandRepeat = [](VYRACommandRef) {};
-  services.CommandEnd = [](VYRACommandRef) {};
-}
-
-void FillMenus(VYRAHostServices& services) {
-  services.CreateMenu = [](int, int, const char*) { return 0; };
-  services.AppendMenuItem = [](int, int, const char*, int) { return 0; };
-  services.SetMenuItemName = [](int, int, const char*, int) {};
-  services.RemoveMenuItem = [](int, int) {};
-  services.DestroyMenu = [](int) {};
 }
 
 void FillNavigation(VYRAHostServices& services) {
@@ -99,14 +68,6 @@ void FillNavigation(VYRAHostServices& services) {
 
 void FillScenery(VYRAHostServices& services) {
   services.ReloadScenery = [] {};
-  services.CreateProbe = [] { return 0; };
-  services.ProbeTerrainXYZ = [](int, const float*, float*, float*, float*, int*) { return 0; };
-  services.LoadObject = [](const char*) -> VYRAObjectRef { return nullptr; };
-  services.LoadObjectAsync = [](const char*, VYRAObjectLoaded_f completion, void* delivery) {
-    completion(nullptr, delivery);
-  };
-  services.DrawObjects = [](VYRAObjectRef, int, int, float, float, float, float, float, float) {};
-  services.UnloadObject = [](VYRAObjectRef) {};
   services.LookupObjects = [](const char*, float, float, VYRALibraryEnumerator_f, void*) { return 0; };
 }
 
@@ -122,7 +83,6 @@ void FillNeutralServices(VYRAHostServices& services) {
   FillDrawing(services);
   FillPlanes(services);
   FillInput(services);
-  FillMenus(services);
   FillNavigation(services);
   FillScenery(services);
   FillFiles(services);

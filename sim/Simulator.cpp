@@ -8,14 +8,18 @@
 #include <filesystem>
 #include <thread>
 
+#include "AiPlanes.h"
+#include "Commands.h"
 #include "FlightRunner.h"
 #include "HostServices.h"
 #include "InputError.h"
 #include "Log.h"
 #include "Narrator.h"
+#include "Objects.h"
 #include "SimulatorDataRefs.h"
 #include "Summary.h"
 #include "VYRAProcessing.h"
+#include "View.h"
 #include "World.h"
 
 namespace sim {
@@ -41,17 +45,28 @@ void RunPass(int event, FlightReport& report) {
   report.passMicroseconds.push_back(duration.count());
 }
 
+void TellNews(int moment, Narrator& narrator) {
+  for (const std::string& text : gWorld.news) narrator.Tell(moment, text);
+  gWorld.news.clear();
+}
+
 void RunFrame(int frame, double rate, FlightRunner& runner, Narrator& narrator, FlightReport& report) {
   const int reloadsBefore = gWorld.reloads;
   runner.CarryOutSteps(frame);
   gWorld.frame = frame;
   gWorld.elapsedSeconds = frame / rate;
   gWorld.aircraft.Advance(1.0 / rate);
+  FinishLoads();
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_0, report);
+  ContinueHeldCommands();
   VYRAEventHook(VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);
+  DrawFrame();
+  AskCamera();
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_1, report);
+  WatchAiPlanes();
   if (gWorld.reloads != reloadsBefore)
     narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
+  TellNews(frame, narrator);
   runner.CheckExpectations(frame);
   ++report.frames;
 }
@@ -93,11 +108,15 @@ bool FlyToTheEnd(const FlightOptions& options, FlightRunner& runner, Narrator& n
   const bool flown = CameToItsEnd(narrator, [&] {
     VYRAInitializePlugins(gWorld.systemPath.c_str(), &services, nullptr);
     fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
+    StartAiPlanes();
     RunFrames(options, runner, narrator, report);
   });
   report.plugins = ListPlugins();
   report.passes = VYRAGetCycleNumber();
   const bool shutDown = CameToItsEnd(narrator, VYRAShutdownPlugins);
+  FinishAllLoads();
+  WatchAiPlanes();
+  TellNews(kAfterShutdown, narrator);
   if (flown && shutDown) runner.CheckExpectations(kAfterShutdown);
   return flown && shutDown;
 }
@@ -118,9 +137,11 @@ bool Fly(const FlightOptions& options) {
   report.passMicroseconds.reserve(2 * static_cast<size_t>(options.frames));
 
   RegisterSimulatorDataRefs();
+  PublishPlaneSwitches();
   const bool completed = FlyToTheEnd(options, runner, narrator, report);
   report.warnings = log.CountWarnings();
   report.held = runner.HeldCount();
+  report.activity = gWorld.activity;
   report.failures = runner.FailureCount();
   PrintSummary(report);
   if (!log.Close()) throw InputError("not all of the log could be written to " + options.logFile);

@@ -62,7 +62,14 @@ void WriteHeading(void* refcon, float value) {
   if (std::isfinite(value)) *static_cast<float*>(refcon) = NormalHeading(value);
 }
 
+void WriteSwitch(void* refcon, int value) { *static_cast<int*>(refcon) = value != 0 ? 1 : 0; }
+
 }  // namespace
+
+void PublishSwitch(const char* name, int& value) {
+  VYRARegisterDataAccessor(name, VYRA_TYPE_INT, 1, Read<int>, WriteSwitch, nullptr, nullptr, nullptr, nullptr,
+                           nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &value, &value);
+}
 
 void RegisterSimulatorDataRefs() {
   VYRARegisterDataAccessor("sim/version/vyra_build_string", VYRA_TYPE_DATA, 1, nullptr, nullptr, nullptr,

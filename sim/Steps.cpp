@@ -3,9 +3,13 @@
 
 #include <fmt/format.h>
 
+#include <cctype>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
+#include "Commands.h"
+#include "MenuBar.h"
 #include "PluginList.h"
 #include "VYRAHost.h"
 #include "World.h"
@@ -20,6 +24,10 @@ void SendEvent(int event, void* param) {
 }
 
 std::string AircraftName() { return std::filesystem::path(gWorld.modelPath).stem().string(); }
+
+std::string TakenBy(bool isTaken, std::string_view taker) {
+  return isTaken ? fmt::format("{} took it", taker) : "left to the simulator";
+}
 
 struct Performer {
   Outcome operator()(const UnloadAircraft& /*step*/) const {
@@ -66,6 +74,35 @@ struct Performer {
     const std::string problem = WriteDataRef(step.dataRef, step.value);
     if (!problem.empty()) return {false, fmt::format("{} cannot be written: {}", step.dataRef, problem)};
     return {true, fmt::format("{} set to {}", step.dataRef, ToText(step.value))};
+  }
+
+  Outcome operator()(const Click& step) const {
+    gWorld.mouseX = step.x;
+    gWorld.mouseY = step.y;
+    ++gWorld.activity.clicks;
+    const bool isTaken = VYRAMouseClickHook(step.x, step.y, 1) == 0;
+    VYRAMouseClickHook(step.x, step.y, 0);
+    return {true, fmt::format("click at {}, {}: {}", step.x, step.y, TakenBy(isTaken, "a window"))};
+  }
+
+  Outcome operator()(const PressKey& step) const {
+    ++gWorld.activity.keys;
+    const int virtualKey = std::toupper(static_cast<unsigned char>(step.key));
+    const bool isTaken = VYRAKeyPressHook(step.key, step.flags, virtualKey) == 0;
+    return {true, fmt::format("key {}: {}", step.key, TakenBy(isTaken, "a plugin"))};
+  }
+
+  Outcome operator()(const PickItem& step) const {
+    const std::string problem = PickMenuItem(step.way);
+    if (!problem.empty()) return {false, fmt::format("menu item {} not picked: {}", step.way, problem)};
+    return {true, fmt::format("menu item {} picked", step.way)};
+  }
+
+  Outcome operator()(const UseCommand& step) const {
+    const std::string problem = HoldCommand(step.name, step.passes);
+    if (!problem.empty()) return {false, fmt::format("command {} not pressed: {}", step.name, problem)};
+    return {true, fmt::format("command {} held for {} pass{}", step.name, step.passes,
+                              step.passes == 1 ? "" : "es")};
   }
 };
 

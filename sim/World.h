@@ -4,7 +4,9 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
+#include "Activity.h"
 #include "AircraftMotion.h"
 
 namespace sim {
@@ -19,6 +21,10 @@ struct World {
   int frame = 0;                       // 0 before the first
   int reloads = 0;                     // of the plugins
   std::array<char, 64> buildString{};  // of the library, terminated
+  int mouseX = 0;                      // pixels, y upward
+  int mouseY = 0;
+  Activity activity;
+  std::vector<std::string> news;  // what to tell the reader at the end of this frame
   Log* log = nullptr;
 };
 

@@ -1,6 +1,7 @@
 /*
  * The plugin clock: a clock with a rate, an alarm and laps, published in datarefs of all six types and moved
- * by flight loops of each kind. See clock_interface.h for what it offers.
+ * by flight loops of each kind. See clock_interface.h for what it offers, and clock_parts.h for its window
+ * and its menu.
  */
 #include "clock_interface.h"
 
@@ -10,6 +11,7 @@
 #include "VYRADataAccess.h"
 #include "VYRAPlugin.h"
 #include "VYRAProcessing.h"
+#include "clock_parts.h"
 
 static struct {
   double time;
@@ -36,6 +38,15 @@ static void WriteLabel(void) {
   const int seconds = (int)gClock.time % 86400;
   snprintf(gClock.label, sizeof(gClock.label), "%02d:%02d:%02d", seconds / 3600, seconds / 60 % 60,
            seconds % 60);
+}
+
+char* ClockLabel(void) { return gClock.label; }
+
+double ClockSeconds(void) { return gClock.time; }
+
+void ClockSetToZero(void) {
+  gClock.time = 0.0;
+  WriteLabel();
 }
 
 /* ---- Datarefs ------------------------------------------------------------------------------------------
@@ -207,6 +218,9 @@ int VyPluginStart(char* outName, char* outSignature, char* outDescription) {
   gTick = CreateLoop(VYRA_FLIGHT_LOOP_PHASE_0, Tick, NULL);
   gEveryTenthFrame.id = CreateLoop(VYRA_FLIGHT_LOOP_PHASE_1, CountCall, &gEveryTenthFrame);
   gEveryHalfSecond.id = CreateLoop(VYRA_FLIGHT_LOOP_PHASE_1, CountCall, &gEveryHalfSecond);
+
+  ClockCreateWindow();
+  ClockCreateMenu();
   return 1;
 }
 
@@ -218,8 +232,8 @@ int VyPluginEnable(void) {
   return 1;
 }
 
-/* The library removes whatever a plugin that stops still has: here its datarefs, its share of the alarm and
- * the flight loops with a handle. */
+/* The library removes whatever a plugin that stops still has: here its datarefs, its share of the alarm,
+ * the flight loops with a handle, the window, the hot key and the menu. */
 void VyPluginStop(void) {
   VYRAUnregisterFlightLoopCallback(Lap, NULL);
   VYRADebugString("clock: stopped\n");
