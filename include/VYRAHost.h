@@ -8,7 +8,7 @@
  *   3. Call events and hooks, always from the thread that called VYRAInitializePlugins.
  *   4. Call VYRAShutdownPlugins once before the simulator goes.
  * A plugin's C++ exception that leaves a callback passes through these functions to the simulator, with
- * the library's own state in order; the library catches none.
+ * the library's own state in order; the library catches none. The services themselves must not throw.
  *
  * An event may be called from inside a service, while a plugin's code is running: plugins may be loaded
  * and unloaded that way, but the modules of unloaded ones stay in memory until the outermost call into
@@ -106,7 +106,8 @@ struct VYRAHostServices {
   int (*GetLanguage)(void);
   /* 28: appends a text to the host's log as it stands. */
   void (*DebugString)(const char* text);
-  /* 29: returns the host's number of the new menu; parentMenu 0 is the menu bar. */
+  /* 29: returns the host's number of the new menu; parentMenu 0 is the menu bar. parentItem is
+   * a position, or -1 as in 31. After a shutdown and a new start, the menus of before mean nothing. */
   int (*CreateMenu)(int parentMenu, int parentItem, const char* name);
   /* 30: returns the host's number of the new item; position counts all items of the menu from 0. */
   int (*AppendMenuItem)(int menu, int position, const char* name, int flag);
@@ -209,7 +210,10 @@ VYRA_LAYOUT_ASSERT(Slot70At560, offsetof(struct VYRAHostServices, HostReceiveMes
  */
 VYRA_API int VYRAInitializePlugins(const char* systemPath, struct VYRAHostServices* services, void* self);
 
-/** Disables all plugins, then stops and unloads them all. The library may be started again afterwards. */
+/**
+ * Disables all plugins, then stops and unloads them all. The library may be started again afterwards. When a
+ * plugin's exception leaves it, call it again: it goes on where it ended, and stops no plugin twice.
+ */
 VYRA_API void VYRAShutdownPlugins(void);
 
 /* VYRAReloadPlugins and VYRAInitialized stand in VYRAPlugin.h: plugins may call them too. */
