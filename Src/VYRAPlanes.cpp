@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
-#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,7 +18,7 @@
 namespace {
 
 constexpr int kUsersPlane = 0;
-constexpr int kUnknown = -1;  // as a limit: none
+constexpr int kNoLimit = -1;
 constexpr int kFirstVersionThatReinits = 568;
 
 // No host has as many. A wish for a plane beyond would only fill the memory.
@@ -34,8 +33,8 @@ struct WaitingRequest {
 using WaitingRequests = std::deque<WaitingRequest>;
 
 VYRAPluginID gOwner = VYRA_NO_PLUGIN;
-int gPlaneLimit = kUnknown;
-int gMaxPlanes = kUnknown;
+int gPlaneLimit = kNoLimit;
+int gMaxPlanes = -1;  // until the host has said
 bool gIsSelfLoading = false;
 std::vector<std::string> gRequestedPlanes;  // by plane; empty for no wish
 WaitingRequests gQueue;
@@ -113,7 +112,7 @@ const char* FileNameOf(const char* path) {
   return last + 1;
 }
 
-int Limited(int total) { return gPlaneLimit != kUnknown ? VYRA_TMIN(gPlaneLimit, total) : total; }
+int Limited(int total) { return gPlaneLimit != kNoLimit ? VYRA_TMIN(gPlaneLimit, total) : total; }
 
 void ReleaseAs(VYRAPluginID plugin) {
   const StDispatchCallback dispatch(plugin);
@@ -129,7 +128,7 @@ int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, void* refc
     return 0;
   }
   gRequestedPlanes.clear();
-  gPlaneLimit = kUnknown;
+  gPlaneLimit = kNoLimit;
   gOwner = VYRAGetDispatchedPlugin();
   if (aircraft == nullptr) return 1;
   for (; *aircraft != nullptr && gRequestedPlanes.size() < kMostPlanes; ++aircraft) {
@@ -140,7 +139,7 @@ int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, void* refc
 
 void VYRAReleasePlanes(void) {
   if (!CallerHoldsPlanes()) return;
-  gPlaneLimit = kUnknown;
+  gPlaneLimit = kNoLimit;
   gOwner = VYRA_NO_PLUGIN;
   gRequestedPlanes.clear();
   StTelling telling;
