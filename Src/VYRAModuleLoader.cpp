@@ -18,7 +18,7 @@ namespace {
 
 void LogSystemError() {
   const char* error = dlerror();
-  VYRALog("dlerror:", error != nullptr ? error : "", "\n");
+  VYRA_dprintf("dlerror:%s\n", error != nullptr ? error : "");
 }
 
 bool suffix_matches(std::string_view name, std::string_view pattern) {

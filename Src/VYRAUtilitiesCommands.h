@@ -3,6 +3,7 @@
 #pragma once
 
 #include <set>
+#include <tuple>
 
 #include "VYRAUtilitiesCommandTable.h"
 
@@ -10,7 +11,9 @@ struct VYRAHeldCommand {
   int plugin;
   VYRACommandRef command;
 
-  auto operator<=>(const VYRAHeldCommand&) const = default;
+  bool operator<(const VYRAHeldCommand& other) const {
+    return std::tie(plugin, command) < std::tie(other.plugin, other.command);
+  }
 };
 
 extern VYRACommandTable gPreHooks;   // called before the host acts
