@@ -1,6 +1,5 @@
-// Starting and stopping the library, enabling and disabling, events, aircraft plugins and reloads.
+// Starting and stopping the library, events, aircraft plugins and reloads.
 #include <cstdint>
-#include <cstring>
 
 #include "ModuleTest.h"
 
@@ -12,8 +11,7 @@ TEST_F(Lifecycle, EventsBeforeTheStartDoNothing) {
   VYRARegisterFlightLoopCallback(count, -1, nullptr);
   EXPECT_EQ(VYRAInitialized(), 0);
   for (int event = -1; event <= 14; ++event) EXPECT_EQ(Event(event, ""), 1) << event;
-  EXPECT_EQ(VYRAGetCycleNumber(), 0);
-  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(VYRAGetCycleNumber() + calls, 0);
   Start();
   Pass();
   EXPECT_EQ(calls, 1) << "The host's own flight loop was there all the time.";
@@ -31,9 +29,8 @@ TEST_F(Lifecycle, StartAnswers18AndWritesTheBuildStringWithItsTerminator) {
       nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, write, nullptr, &written);
   EXPECT_EQ(Start(), 18);
   EXPECT_EQ(VYRAInitialized(), 1);
-  // "Mmm dd yyyy hh:mm:ss" and the terminator.
-  ASSERT_EQ(written.size(), 21u);
-  EXPECT_EQ(std::strlen(written.c_str()), 20u);
+  EXPECT_EQ(written.size(), std::string("Mmm dd yyyy hh:mm:ss").size() + 1);
+  EXPECT_EQ(written.find('\0'), written.size() - 1);
   VYRAUnregisterDataAccessor(buildString);
 }
 
@@ -48,32 +45,9 @@ TEST_F(Lifecycle, EveryStageRunsInTheOrderOfIdsAndTheLibraryStartsAgainAfterShut
     EXPECT_EQ(Trace(), "");
     VYRAShutdownPlugins();
     EXPECT_EQ(Trace(), "a.disable c.disable a.stop c.stop");
-    EXPECT_EQ(VYRACountPlugins(), 0);
-    EXPECT_EQ(VYRAGetMyID(), 0);
+    EXPECT_EQ(VYRACountPlugins() + VYRAGetMyID(), 0);
     EXPECT_FALSE(IsMapped(main + "a/64/lin.vyp"));
   }
-}
-
-TEST_F(Lifecycle, RefusedEnableIsAskedAgainAndAnEnabledPluginIsNot) {
-  AddFolders(main, {"a"});
-  On("a.enable", [](Moment& moment) {
-    EXPECT_EQ(VYRAEnablePlugin(VYRAGetMyID()), 0) << "Its enable call is still running.";
-    moment.result = 0;
-  });
-  Start();
-  EXPECT_EQ(VYRAIsPluginEnabled(1), 0);
-  VYRASendMessageToPlugin(1, 7, nullptr);
-  EXPECT_EQ(VYRAEnablePlugin(1), 0);
-  EXPECT_EQ(Trace(), "a.enable");
-  On("a.enable", [](Moment& moment) { moment.result = 5; });
-  EXPECT_EQ(VYRAEnablePlugin(1), 1);
-  EXPECT_EQ(VYRAEnablePlugin(1), 1);
-  VYRASendMessageToPlugin(1, 7, nullptr);
-  EXPECT_EQ(Trace(), "a.enable a.message(0,7,0)");
-  On("a.disable", [](Moment&) { EXPECT_EQ(VYRAIsPluginEnabled(VYRAGetMyID()), 0); });
-  VYRADisablePlugin(1);
-  VYRADisablePlugin(1);
-  EXPECT_EQ(Trace(), "a.disable");
 }
 
 TEST_F(Lifecycle, EventsReachEnabledPluginsAndTheHostAsTheirMessages) {
@@ -88,9 +62,9 @@ TEST_F(Lifecycle, EventsReachEnabledPluginsAndTheHostAsTheirMessages) {
   for (const auto& [event, message, param] : expected) {
     gHost.calls.clear();
     EXPECT_EQ(Event(event, reinterpret_cast<void*>(std::intptr_t{7})), 1) << event;
-    const std::string number = std::to_string(message);
-    EXPECT_EQ(Trace(), "a.message(0," + number + "," + std::to_string(param) + ")") << event;
-    EXPECT_EQ(gHost.CallsOf("HostReceiveMessage").at(0), "HostReceiveMessage(0," + number + ")") << event;
+    const std::string call = "(0," + std::to_string(message);
+    EXPECT_EQ(Trace(), "a.message" + call + "," + std::to_string(param) + ")") << event;
+    EXPECT_EQ(gHost.CallsOf("HostReceiveMessage").at(0), "HostReceiveMessage" + call + ")") << event;
   }
   for (const int event : {-1, 1, 5, 9, 14}) EXPECT_EQ(Event(event), 1) << event;
   EXPECT_EQ(Trace(), "");
@@ -100,17 +74,24 @@ TEST_F(Lifecycle, EventsReachEnabledPluginsAndTheHostAsTheirMessages) {
 TEST_F(Lifecycle, AircraftPluginsComeAndGoWithPlane0AndTheirIdsAreReused) {
   AddFolders(main, {"a"});
   AddFolders(aircraft, {"wing", "engine"});
+  On("wing.stop", [](Moment& moment) {
+    EXPECT_EQ(VYRAEnablePlugin(VYRAGetMyID()), 0);
+    RegisterAll(moment);
+  });
   Start();
   for (int round = 0; round < 2; ++round) {
     LoadPlane();
     EXPECT_EQ(Trace(), "a.message(0,102,0) engine.start wing.start engine.enable wing.enable");
     EXPECT_EQ(Id("engine"), 2);
-    EXPECT_EQ(VYRACountPlugins(), 4);
     UnloadPlane();
+    VYRASetDatai(VYRAFindDataRef("test/shared"), round);
+    Pass();
     EXPECT_EQ(Trace(),
               "a.message(0,106,0) engine.message(0,106,0) wing.message(0,106,0) "
               "engine.disable wing.disable engine.stop wing.stop");
     EXPECT_EQ(VYRACountPlugins(), 2);
+    EXPECT_EQ(VYRAFindDataRef("test/wing"), nullptr);
+    EXPECT_FALSE(IsMapped(aircraft + "wing/64/lin.vyp"));
   }
   gHost.planePath = "wing.acf";  // in no folder
   LoadPlane();
@@ -120,20 +101,23 @@ TEST_F(Lifecycle, AircraftPluginsComeAndGoWithPlane0AndTheirIdsAreReused) {
 TEST_F(Lifecycle, ClosedRecordBelowASceneryPluginIsNeverCalledAgain) {
   AddFolders(aircraft, {"wing"});
   AddFolders(scenery, {"sea"});
+  for (const char* moment : {"wing.start", "wing.stop"}) On(moment, RegisterAll);
   Start();
   LoadPlane();
   LoadScenery();
   UnloadPlane();
   Trace();
   ASSERT_EQ(VYRACountPlugins(), 3);
-  const Info closed = InfoOf(1);
-  EXPECT_EQ(closed.name + "|" + closed.path + "|" + closed.signature + "|" + closed.description,
-            "wing|||Plugin wing of a test");
+  EXPECT_EQ(InfoOf(1), "wing|||Plugin wing of a test");
   EXPECT_EQ(VYRAEnablePlugin(1), 0);
+  EXPECT_FALSE(IsMapped(aircraft + "wing/64/lin.vyp"));
+  VYRASetDatai(VYRAFindDataRef("test/shared"), 1);
+  Pass();
   Event(VYRA_EVENT_BROADCAST_101);
   UnloadPlane();
   EXPECT_EQ(Trace(), "sea.message(0,101,0) sea.message(0,106,0)");
 
+  On("wing.start", [](Moment&) {});
   LoadPlane();  // the same aircraft is no duplicate of its closed record
   EXPECT_EQ(Id("wing"), 3);
   Trace();
@@ -165,7 +149,6 @@ TEST_F(Lifecycle, ReloadAskedForInACallbackIsCarriedOutAtTheEndOfThePass) {
   EXPECT_EQ(Trace(),
             "b.loop a.loop a.disable b.disable wing.disable wing.stop a.stop b.stop "
             "c.start flap.start c.enable flap.enable");
-  EXPECT_EQ(VYRACountPlugins(), 3);
   EXPECT_EQ(VYRAFindPluginByPath("brelund.skyvora.skyvora"), 0);
   Pass();
   EXPECT_EQ(Trace(), "") << "One request, one reload.";

@@ -22,8 +22,7 @@ std::map<std::string, std::function<void(Moment&)>>* gScripts;
 std::string NameOf(const Moment& moment) { return std::string(moment.plugin) + "." + moment.call; }
 
 void RunScript(Moment& moment) {
-  // A copy, as a script may replace itself.
-  const auto script = gScripts->at(NameOf(moment));
+  const auto script = gScripts->at(NameOf(moment));  // a copy, as a script may replace itself
   script(moment);
 }
 
@@ -81,10 +80,10 @@ int ModuleTest::Event(int event, const void* param) {
   return VYRAEventHook(event, const_cast<void*>(param), nullptr, 0, 0);
 }
 
-ModuleTest::Info ModuleTest::InfoOf(VYRAPluginID plugin) {
+std::string ModuleTest::InfoOf(VYRAPluginID plugin) {
   char texts[4][VYRA_PLUGIN_INFO_SIZE] = {"?", "?", "?", "?"};
   VYRAGetPluginInfo(plugin, texts[0], texts[1], texts[2], texts[3]);
-  return {texts[0], texts[1], texts[2], texts[3]};
+  return std::string(texts[0]) + "|" + texts[1] + "|" + texts[2] + "|" + texts[3];
 }
 
 bool ModuleTest::IsMapped(const std::string& path) {
@@ -93,11 +92,14 @@ bool ModuleTest::IsMapped(const std::string& path) {
   return handle != nullptr;
 }
 
+int ModuleTest::CountOf(const std::string& text, const std::string& part) {
+  int count = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
 void ModuleTest::ReceiveMessage(int message, void* param) {
-  if (message == kAskHostMessage) {
-    (*static_cast<std::function<void()>*>(param))();
-    return;
-  }
+  if (message == kAskHostMessage) (*static_cast<std::function<void()>*>(param))();
   if (message != kMomentMessage) return;
   Moment& moment = *static_cast<Moment*>(param);
   if (!trace_.empty()) trace_ += ' ';

@@ -54,13 +54,14 @@ class ModuleTest : public testing::Test {
     return VYRAFindPluginBySignature(("test." + name).c_str());
   }
 
-  struct Info {
-    std::string name, path, signature, description;
-  };
-  static Info InfoOf(VYRAPluginID plugin);
+  /** What the library tells of a plugin: "name|path|signature|description". */
+  static std::string InfoOf(VYRAPluginID plugin);
 
   /** Whether the module is in memory. */
   static bool IsMapped(const std::string& path);
+
+  /** How often `part` stands in the text. */
+  static int CountOf(const std::string& text, const std::string& part);
 
   const std::string root;  // the system path, ending in "/"
   const std::string main = root + "Resources/plugins/";

@@ -9,25 +9,25 @@
 #include "VYRAProcessing.h"
 
 struct Moment {
-  const char* plugin;  // the name of its folder, or of its loose file without the ending
-  const char* call;    // "start", "enable", "disable", "stop", "message", "loop", "read" or "changed"
-  int result;          // what the plugin will return
-  void (*act)(Moment& moment);  // set by the test, run by the plugin
+  const char* plugin = nullptr;  // the name of its folder, or of its loose file without the ending
+  const char* call = nullptr;  // "start", "enable", "disable", "stop", "message", "loop", "read" or "changed"
+  int result = 0;              // what the plugin will return
+  void (*act)(Moment& moment) = nullptr;  // set by the test, run by the plugin
 
   // For registering with the library; they report "loop", "read" and "changed".
-  VYRAFlightLoop_f flightLoop;
-  VYRAReadInt_f readInt;
-  VYRADataChanged_f changed;
+  VYRAFlightLoop_f flightLoop = nullptr;
+  VYRAReadInt_f readInt = nullptr;
+  VYRADataChanged_f changed = nullptr;
 
   // Throws an exception of a type of the plugin's own, derived from std::exception.
-  void (*fail)();
+  void (*fail)() = nullptr;
 
   // Of "start": the buffers, filled already.
-  char *outName, *outSignature, *outDescription;
+  char *outName = nullptr, *outSignature = nullptr, *outDescription = nullptr;
 
   // Of "message".
-  int from, message;
-  void* param;
+  int from = 0, message = 0;
+  void* param = nullptr;
 };
 
 enum { kMomentMessage = 9001 };  // to the host, with a Moment as parameter

@@ -1,7 +1,4 @@
 // Datarefs: finding, checking, typed access through the owner, and who owns a name when.
-#include <string>
-#include <vector>
-
 #include "PluginFixture.h"
 #include "VYRADataAccessRegistry.h"
 
@@ -9,30 +6,34 @@ namespace {
 
 class DataAccess : public PluginFixture {
  protected:
-  static int Owner(VYRADataRef dataRef) { return dataRef->owner; }
+  // A dataref that has accessors for an int at most, whatever types it declares.
+  static VYRADataRef Publish(const char* name, int types, int writable, VYRAReadInt_f read = nullptr,
+                             VYRAWriteInt_f write = nullptr) {
+    return VYRARegisterDataAccessor(name, types, writable, read, write, nullptr, nullptr, nullptr, nullptr,
+                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+  }
 };
 
 TEST_F(DataAccess, AccessorsRunAsTheirOwnerWhileItIsEnabled) {
-  static int asked = -1;
   const VYRAPluginID owner = AddPlugin("a");
-  const VYRAPluginID reader = AddPlugin("b");
   const VYRADataRef dataRef = RunAs(owner, [] {
-    return VYRARegisterDataAccessor(
-        "test/who", VYRA_TYPE_INT | VYRA_TYPE_FLOAT, 0, [](void*) { return asked = VYRAGetMyID(); },
-        [](void*, int) { ADD_FAILURE() << "it is not writable"; }, nullptr, nullptr, nullptr, nullptr,
-        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    const auto read = [](void*) {
+      trace.emplace_back("read");
+      return VYRAGetMyID();
+    };
+    return Publish("test/who", VYRA_TYPE_INT | VYRA_TYPE_FLOAT, 0, read,
+                   [](void*, int) { ADD_FAILURE() << "it is not writable"; });
   });
-  RunAs(reader, [&] {
+  RunAs(AddPlugin("b"), [&] {
     EXPECT_EQ(VYRAGetDatai(dataRef), owner);
-    EXPECT_EQ(VYRAGetMyID(), reader);
+    EXPECT_EQ(VYRAGetMyID(), 2);
     EXPECT_EQ(VYRAGetDataf(dataRef), 0.0F) << "there is no conversion, whatever was declared";
     VYRASetDatai(dataRef, 3);
   });
   EXPECT_EQ(VYRAGetDataRefTypes(dataRef), VYRA_TYPE_INT | VYRA_TYPE_FLOAT);
   Record(owner).enabled = false;
-  asked = -1;
   EXPECT_EQ(VYRAGetDatai(dataRef), 0);
-  EXPECT_EQ(asked, -1);
+  EXPECT_EQ(trace.size(), 1U);
 }
 
 TEST_F(DataAccess, EachTypeReachesItsOwnAccessorsWithItsOwnRefcon) {
@@ -60,9 +61,7 @@ TEST_F(DataAccess, EachTypeReachesItsOwnAccessorsWithItsOwnRefcon) {
   int ints[] = {4, 5};
   float floats[] = {6, 7};
   char bytes[] = {8, 9};
-  EXPECT_EQ(VYRAGetDatai(all), 1);
-  EXPECT_EQ(VYRAGetDataf(all), 2);
-  EXPECT_EQ(VYRAGetDatad(all), 3);
+  EXPECT_EQ(VYRAGetDatai(all) + 10.0 * VYRAGetDataf(all) + 100 * VYRAGetDatad(all), 321);
   EXPECT_EQ(VYRAGetDatavi(all, nullptr, -1, 4), -6) << "offsets and counts pass unchecked";
   EXPECT_EQ(VYRAGetDatavf(all, floats, 2, 3), 123);
   EXPECT_EQ(VYRAGetDatab(all, bytes, 4, 5), 245);
@@ -76,10 +75,7 @@ TEST_F(DataAccess, EachTypeReachesItsOwnAccessorsWithItsOwnRefcon) {
 }
 
 TEST_F(DataAccess, NullHandlesAndMissingAccessorsAreNeutral) {
-  const VYRADataRef bare =
-      VYRARegisterDataAccessor("test/bare", 0, 1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-  for (const VYRADataRef dataRef : {VYRADataRef{nullptr}, bare}) {
+  for (const VYRADataRef dataRef : {VYRADataRef{nullptr}, Publish("test/bare", 0, 1)}) {
     int value = 1;
     VYRASetDatai(dataRef, 1);
     VYRASetDatab(dataRef, &value, 0, 4);
@@ -88,83 +84,74 @@ TEST_F(DataAccess, NullHandlesAndMissingAccessorsAreNeutral) {
   }
   EXPECT_EQ(VYRACanWriteDataRef(nullptr) + VYRAGetDataRefTypes(nullptr), 0);
   EXPECT_EQ(VYRAFindDataRef(nullptr), nullptr);
-  EXPECT_EQ(VYRARegisterDataAccessor(nullptr, 1, 1, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                     nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
-            nullptr);
+  EXPECT_EQ(Publish(nullptr, 1, 1), nullptr);
 }
 
 TEST_F(DataAccess, NameKeepsItsHandleFromOwnerToOwner) {
-  int first = 1;
-  int second = 2;
-  const VYRAPluginID one = AddPlugin("a");
-  const VYRAPluginID two = AddPlugin("b");
-  const VYRADataRef dataRef = RunAs(one, [&] { return PublishInt("test/name", &first); });
-  EXPECT_EQ(RunAs(two, [&] { return PublishInt("test/name", &second); }), dataRef);
-  EXPECT_EQ(RunAs(one, [&] { return PublishInt("test/name", &second); }), dataRef);
+  static int values[] = {0, 1, 2};  // by owner
+  const auto publishAs = [](VYRAPluginID owner) {
+    return RunAs(owner, [&] { return PublishInt("test/name", &values[owner]); });
+  };
+  for (const char* plugin : {"a", "b"}) AddPlugin(plugin);
+  const VYRADataRef dataRef = publishAs(1);
+  for (const VYRAPluginID late : {2, 1}) EXPECT_EQ(publishAs(late), dataRef);
   EXPECT_EQ(VYRAGetDatai(dataRef), 1);
 
-  RunAs(one, [&] { VYRAUnregisterDataAccessor(dataRef); });
+  RunAs(1, [&] { VYRAUnregisterDataAccessor(dataRef); });
   EXPECT_EQ(VYRAFindDataRef("test/name"), nullptr);
   EXPECT_EQ(VYRAIsDataRefGood(dataRef), 0);
   EXPECT_EQ(VYRAGetDatai(dataRef), 0);
   EXPECT_EQ(VYRACanWriteDataRef(dataRef), 1);
 
-  EXPECT_EQ(RunAs(two, [&] { return PublishInt("test/name", &second); }), dataRef);
+  EXPECT_EQ(publishAs(2), dataRef);
   EXPECT_EQ(VYRAGetDatai(dataRef), 2);
   const std::string taken = "Dataref is already registered by someone else.";
   EXPECT_EQ(errors, (Lines{"2: " + taken, "1: " + taken}));
 }
 
 TEST_F(DataAccess, OnlyTheOwnerUnregistersAndOnlyRealHandles) {
-  int value = 1;
-  const VYRADataRef hosts = PublishInt("test/hosts", &value);
+  const VYRADataRef hosts = Publish("test/hosts", VYRA_TYPE_INT, 1);
   RunAs(AddPlugin("a"), [&] {
-    VYRAUnregisterDataAccessor(hosts);
-    VYRAUnregisterDataAccessor(nullptr);
-    const VYRADataRef own = PublishInt("test/own", &value);
-    VYRAUnregisterDataAccessor(own);
-    VYRAUnregisterDataAccessor(own);
+    const VYRADataRef own = Publish("test/own", VYRA_TYPE_INT, 1);
+    for (const VYRADataRef dataRef : {hosts, VYRADataRef{nullptr}, own, own}) {
+      VYRAUnregisterDataAccessor(dataRef);
+    }
   });
-  EXPECT_EQ(Owner(hosts), 0);
+  EXPECT_EQ(hosts->owner, 0);
   const std::string notOwned = "1: Dataref is not owned by you - you cannot unregsiter.";
   EXPECT_EQ(errors, (Lines{notOwned, "1: Dataref is illegal and cannot be unregistered.", notOwned}));
 }
 
 TEST_F(DataAccess, HandlesStayWhileThePoolGrowsAndOnlySlotsHandedOutAreGood) {
-  static int value = 7;
+  const auto name = [](std::size_t i) { return "test/" + std::to_string(i); };
   std::vector<VYRADataRef> handles;
-  handles.reserve(33);
-  for (int i = 0; i < 33; ++i) handles.push_back(PublishInt(("test/" + std::to_string(i)).c_str(), &value));
+  for (std::size_t i = 0; i < 33; ++i) handles.push_back(Publish(name(i).c_str(), VYRA_TYPE_INT, 1));
   EXPECT_EQ(gDataCount, 33);
   ASSERT_NE(gDataBlock->next, nullptr);
   EXPECT_EQ(gDataBlock->next, gDataFree);
-  for (int i = 0; i < 33; ++i) {
-    const VYRADataRef handle = handles[static_cast<std::size_t>(i)];
-    EXPECT_EQ(VYRAFindDataRef(("test/" + std::to_string(i)).c_str()), handle);
-    EXPECT_EQ(VYRAIsDataRefGood(handle), 1);
+  for (std::size_t i = 0; i < 33; ++i) {
+    EXPECT_EQ(VYRAFindDataRef(name(i).c_str()), handles[i]);
+    EXPECT_EQ(VYRAIsDataRefGood(handles[i]), 1);
   }
-  char* const address = reinterpret_cast<char*>(handles[3]);
-  EXPECT_EQ(VYRAIsDataRefGood(reinterpret_cast<VYRADataRef>(address + 1)), 0);
-  EXPECT_EQ(VYRAIsDataRefGood(handles[32] + 1), 0) << "behind the last slot handed out";
-  EXPECT_EQ(VYRAIsDataRefGood(reinterpret_cast<VYRADataRef>(&value)), 0);
-  EXPECT_EQ(VYRAIsDataRefGood(nullptr), 0);
+  const auto inside = reinterpret_cast<VYRADataRef>(reinterpret_cast<char*>(handles[3]) + 1);
+  const auto behind = handles[32] + 1;  // the last slot handed out
+  const auto elsewhere = reinterpret_cast<VYRADataRef>(&handles);
+  for (const VYRADataRef bad : {inside, behind, elsewhere, VYRADataRef{nullptr}}) {
+    EXPECT_EQ(VYRAIsDataRefGood(bad), 0);
+  }
   EXPECT_STREQ(DebugDataRefName(handles[32]), "test/32");
   EXPECT_STREQ(DebugDataRefName(nullptr), "(null dataref)");
-  EXPECT_STREQ(DebugDataRefName(reinterpret_cast<VYRADataRef>(&value)), "(invalid dataref)");
+  EXPECT_STREQ(DebugDataRefName(elsewhere), "(invalid dataref)");
 }
 
 TEST_F(DataAccess, AccessorMayUnregisterItsDatarefAndPublishMoreWhileItIsRead) {
   static VYRADataRef self;
-  self = VYRARegisterDataAccessor(
-      "test/self", VYRA_TYPE_INT, 0,
-      [](void*) {
-        static int value = 9;
-        VYRAUnregisterDataAccessor(self);
-        for (int i = 0; i < 100; ++i) PublishInt(("test/more/" + std::to_string(i)).c_str(), &value);
-        return VYRAGetDatai(VYRAFindDataRef("test/more/99"));
-      },
-      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-      nullptr, nullptr);
+  self = Publish("test/self", VYRA_TYPE_INT, 0, [](void*) {
+    static int value = 9;
+    VYRAUnregisterDataAccessor(self);
+    for (int i = 0; i < 100; ++i) PublishInt(("test/more/" + std::to_string(i)).c_str(), &value);
+    return VYRAGetDatai(VYRAFindDataRef("test/more/99"));
+  });
   EXPECT_EQ(VYRAGetDatai(self), 9);
   EXPECT_EQ(VYRAGetDatai(self), 0);
 }

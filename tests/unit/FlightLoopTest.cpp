@@ -1,6 +1,4 @@
 // Flight loops: when they are due, with what they are called, and what happens to the list while they run.
-#include <string>
-
 #include "PluginFixture.h"
 #include "VYRAProcessing.h"
 #include "VYRAProcessingLoops.h"
@@ -18,7 +16,7 @@ class FlightLoops : public PluginFixture {
 
   static float Call(float sinceLastCall, float time, int counter, void* refcon) {
     Loop& loop = *static_cast<Loop*>(refcon);
-    trace.emplace_back(1, loop.name);
+    called += loop.name;
     lastSinceLastCall = sinceLastCall;
     EXPECT_EQ(time, now);
     EXPECT_EQ(counter, VYRAGetCycleNumber());
@@ -26,37 +24,32 @@ class FlightLoops : public PluginFixture {
     return loop.result;
   }
 
-  static void Create(Loop& loop, int phase = 0) {
+  static void Start(Loop& loop, float interval = -1, int phase = 0) {
     const VYRAFlightLoopParams params = {sizeof(params), phase, Call, &loop};
     loop.id = VYRACreateFlightLoop(&params);
-  }
-
-  static void Start(Loop& loop, float interval, int phase = 0) {
-    Create(loop, phase);
     VYRAScheduleFlightLoop(loop.id, interval, 0);
   }
 
   // Runs one pass at a time in seconds; the names of the loops that were called.
   static std::string Pass(float time, int phase = 0) {
-    trace.clear();
+    called.clear();
     now = time;
     gHost.Answer("GetElapsedTime", time);
     VYRAProcessingRunPass(time, phase);
-    std::string called;
-    for (const std::string& name : trace) called += name;
     return called;
   }
 
+  static inline std::string called;
   static inline float now = 0;
   static inline float lastSinceLastCall = 0;
+  Loop a{'a', -1}, b{'b', -1};
 };
 
 TEST_F(FlightLoops, SecondsCountFromCreationOrFromNowAsAsked) {
-  Loop a{'a', 0};
-  Loop b{'b', 0};
+  a.result = b.result = 0;
   gHost.Answer("GetElapsedTime", 10);
-  Create(a);
-  Create(b);
+  Start(a, 0);
+  Start(b, 0);
   EXPECT_EQ(Pass(10), "") << "nothing is scheduled yet";
   gHost.Answer("GetElapsedTime", 10.5);
   VYRAScheduleFlightLoop(a.id, 1, 0);
@@ -69,25 +62,19 @@ TEST_F(FlightLoops, SecondsCountFromCreationOrFromNowAsAsked) {
 }
 
 TEST_F(FlightLoops, PassesAreCountedOverBothPhases) {
-  Loop every{'e', -1};
   Loop second{'s', -2};
-  Loop late{'l', -1};
-  Start(every, -1);
+  Start(a);
   Start(second, -2);
-  Start(late, -1, 1);
-  EXPECT_EQ(Pass(1), "e");
-  EXPECT_EQ(Pass(1, 1), "l");
-  EXPECT_EQ(Pass(2), "se") << "two passes went by in a frame of both phases";
-  EXPECT_EQ(Pass(3), "e");
-  EXPECT_EQ(Pass(4), "se");
+  Start(b, -1, 1);
+  EXPECT_EQ(Pass(1), "a");
+  EXPECT_EQ(Pass(1, 1), "b");
+  EXPECT_EQ(Pass(2), "sa") << "two passes went by in a frame of both phases";
+  EXPECT_EQ(Pass(3), "a");
+  EXPECT_EQ(Pass(4), "sa");
 }
 
 TEST_F(FlightLoops, NewestIsCalledFirstAndNamesReachAllOrTheNewest) {
-  Loop a{'a', -1};
-  Loop b{'b', -1};
-  Start(a, -1);
-  Start(b, -1);
-  Start(a, -1);
+  for (Loop* loop : {&a, &b, &a}) Start(*loop);
   EXPECT_EQ(Pass(1), "aba");
   VYRAUnregisterFlightLoopCallback(Call, &a);
   EXPECT_EQ(Pass(2), "ba");
@@ -102,36 +89,29 @@ TEST_F(FlightLoops, NewestIsCalledFirstAndNamesReachAllOrTheNewest) {
 
 TEST_F(FlightLoops, DisabledOwnerKeepsItsScheduleAndIsCalledLater) {
   const VYRAPluginID plugin = AddPlugin("a");
-  Loop loop{'x', 0};
-  RunAs(plugin, [&] { Start(loop, 2); });
+  RunAs(plugin, [&] { Start(a, 2); });
   Record(plugin).enabled = false;
   EXPECT_EQ(Pass(3), "");
   Record(plugin).enabled = true;
-  EXPECT_EQ(Pass(4), "x");
+  EXPECT_EQ(Pass(4), "a");
   EXPECT_EQ(lastSinceLastCall, 4);
 }
 
 TEST_F(FlightLoops, CallbackMayRemoveItselfANeighbourOrEverything) {
   static Loop loops[4];
-  for (int victim = 0; victim < 16; ++victim) {
-    for (int i = 0; i < 4; ++i) {
-      loops[i] = {static_cast<char>('0' + i), -1};
-      Start(loops[i], -1);
-    }
-    loops[2].result = static_cast<float>(victim);  // which ones loop 2 destroys, as bits
-    loops[2].action = [](Loop& self) {
+  static int victims;  // the loops that loop 2 removes, as bits
+  for (victims = 0; victims < 16; ++victims) {
+    for (int i = 0; i < 4; ++i) Start(loops[i] = {static_cast<char>('0' + i), -1});
+    loops[2].action = [](Loop&) {
       for (int i = 0; i < 4; ++i) {
-        if ((static_cast<int>(self.result) >> i & 1) != 0) VYRAUnregisterFlightLoopCallback(Call, &loops[i]);
+        if ((victims >> i & 1) != 0) VYRAUnregisterFlightLoopCallback(Call, &loops[i]);
       }
-      Loop* added = new Loop{'n', 0};
-      Start(*added, -1);
-      VYRADestroyFlightLoop(added->id);
-      delete added;
+      Loop added{'n', 0};
+      Start(added);
+      VYRADestroyFlightLoop(added.id);
     };
-    std::string expected = "32";
-    if ((victim & 2) == 0) expected += '1';
-    if ((victim & 1) == 0) expected += '0';
-    EXPECT_EQ(Pass(1), expected);
+    const std::string expected[] = {"3210", "321", "320", "32"};
+    EXPECT_EQ(Pass(1), expected[victims & 3]);
     for (Loop& loop : loops) VYRAUnregisterFlightLoopCallback(Call, &loop);
     EXPECT_EQ(Pass(1000), "");
   }
@@ -139,24 +119,18 @@ TEST_F(FlightLoops, CallbackMayRemoveItselfANeighbourOrEverything) {
 
 TEST_F(FlightLoops, StrangersAndStaleHandlesChangeNothing) {
   const VYRAPluginID owner = AddPlugin("a");
-  const VYRAPluginID stranger = AddPlugin("b");
-  Loop loop{'x', -1};
-  RunAs(owner, [&] { Start(loop, -1); });
-  RunAs(stranger, [&] {
-    VYRAScheduleFlightLoop(loop.id, 0, 0);
-    VYRADestroyFlightLoop(loop.id);
+  RunAs(owner, [&] { Start(a); });
+  RunAs(AddPlugin("b"), [&] {
+    VYRAScheduleFlightLoop(a.id, 0, 0);
+    VYRADestroyFlightLoop(a.id);
     VYRADestroyFlightLoop(nullptr);
-    VYRAScheduleFlightLoop(reinterpret_cast<VYRAFlightLoopID>(&loop), 1, 1);
+    VYRAScheduleFlightLoop(reinterpret_cast<VYRAFlightLoopID>(&a), 1, 1);
   });
-  EXPECT_EQ(Pass(1), "x");
+  EXPECT_EQ(Pass(1), "a");
   const std::string scheduling = "2: Attempt to schedule a flight loop callback owned by another plugin.";
-  const std::string removing = "2: Attempt to remove a flight loop callback owned by another plugin.";
-  EXPECT_EQ(errors, (Lines{scheduling, removing, removing, scheduling}));
-  RunAs(owner, [&] {
-    VYRADestroyFlightLoop(loop.id);
-    VYRADestroyFlightLoop(loop.id);
-  });
-  EXPECT_EQ(errors.size(), 5U) << "a handle is stale once destroyed";
+  const std::string removing = ": Attempt to remove a flight loop callback owned by another plugin.";
+  for (int i = 0; i < 2; ++i) RunAs(owner, [&] { VYRADestroyFlightLoop(a.id); });  // stale the second time
+  EXPECT_EQ(errors, (Lines{scheduling, "2" + removing, "2" + removing, scheduling, "1" + removing}));
 }
 
 TEST_F(FlightLoops, BadParametersAreReportedToThoseWhoListenAndCreatedNevertheless) {
@@ -175,18 +149,16 @@ TEST_F(FlightLoops, BadParametersAreReportedToThoseWhoListenAndCreatedNeverthele
 }
 
 TEST_F(FlightLoops, ExceptionEndsThePassAndTheNextGoesOn) {
-  const VYRAPluginID plugin = AddPlugin("a");
-  Loop thrower{'t', -1, [](Loop& self) {
-                 VYRADestroyFlightLoop(self.id);
-                 throw 1;
-               }};
-  Loop other{'o', -1};
-  Start(other, -1);
-  RunAs(plugin, [&] { Start(thrower, -1); });
+  Start(a);
+  b.action = [](Loop& self) {
+    VYRADestroyFlightLoop(self.id);
+    throw 1;
+  };
+  RunAs(AddPlugin("a"), [&] { Start(b); });
   EXPECT_THROW(Pass(1), int);
   EXPECT_EQ(VYRAGetMyID(), 0);
   EXPECT_EQ(gFlightLoops.IterationDepth(), 0);
-  EXPECT_EQ(Pass(2), "o");
+  EXPECT_EQ(Pass(2), "a");
 }
 
 }  // namespace

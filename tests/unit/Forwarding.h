@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <source_location>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -23,8 +22,8 @@ Value DistinctValue(std::size_t position) {
 
 template <class Result, class... Arguments>
 void ExpectForwards(Result (*function)(Arguments...), Result (*VYRAHostServices::*service)(Arguments...),
-                    const std::source_location caller = std::source_location::current()) {
-  const testing::ScopedTrace trace(caller.file_name(), static_cast<int>(caller.line()), "forwarded here");
+                    int callersLine = __builtin_LINE()) {
+  const testing::ScopedTrace trace("the test", callersLine, "forwarded here");
   const auto sent = []<std::size_t... position>(std::index_sequence<position...>) {
     return std::tuple<int, Arguments...>{1, DistinctValue<Arguments>(position + 1)...};
   }

@@ -1,7 +1,6 @@
 // Menus: the plugins' own numbers against the host's positions, what the host is told and answered, and
 // handles, indices and moments that do not fit.
 #include <climits>
-#include <string>
 
 #include "PluginFixture.h"
 #include "VYRAMenusRecords.h"
@@ -12,65 +11,64 @@ class Menus : public PluginFixture {
  protected:
   // Two plugins, 1 and 2, and a host that numbers menus from 100, "Plugins" first, and items from 1000.
   Menus() {
-    gHost.services.CreateMenu = [](int parent, int item, const char* name) {
-      trace.push_back(std::to_string(parent) + "/" + std::to_string(item) + " menu " + name);
-      return nextMenu++;
-    };
-    gHost.services.AppendMenuItem = [](int menu, int position, const char* name, int flag) {
-      trace.push_back(std::to_string(menu) + "/" + std::to_string(position) + " item " + name + " " +
-                      std::to_string(flag));
-      return nextItem++;
-    };
+    gHost.Answer("CreateMenu", 100);
     VYRAInitMenus();
-    AddPlugin("a");
-    AddPlugin("b");
-    trace.clear();
+    for (const char* plugin : {"a", "b"}) AddPlugin(plugin);
+    gHost.calls.clear();
   }
 
   static VYRAMenuID Create(VYRAPluginID plugin, VYRAMenuHandler_f handler = nullptr) {
+    gHost.Answer("CreateMenu", nextMenu++);
+    gHost.Answer("AppendMenuItem", nextItem++);
     return RunAs(plugin, [&] { return VYRACreateMenu("M", nullptr, 0, handler, &nextMenu); });
   }
   static int Append(VYRAPluginID plugin, VYRAMenuID menu, const char* name) {
+    gHost.Answer("AppendMenuItem", nextItem++);
     return RunAs(plugin, [&] { return VYRAAppendMenuItem(menu, name, const_cast<char*>(name), 0); });
   }
+  static void Destroy(VYRAPluginID plugin, VYRAMenuID menu) {
+    RunAs(plugin, [&] { VYRADestroyMenu(menu); });
+  }
+  static int PickLatest() { return VYRAHandleMenuItemPick(nextItem - 1); }
   // What the host is answered; 77 when it is not.
-  static int Checked(const VYRAMenuInfo_t* menu, int position) {
+  static int Checked(int position) {
     int state = 77;
-    const int result = VYRAHandleMenuItemCheck(menu->hostMenu, position, &state);
+    const int result = VYRAHandleMenuItemCheck(101, position, &state);
     EXPECT_EQ(result, state == 77 ? 1 : 0);
     return state;
   }
 
-  static inline int nextMenu = 100, nextItem = 1000;
+  static inline int nextMenu = 101, nextItem = 1000;
 };
 
 TEST_F(Menus, TopLevelMenuHangsFromAnItemOfThePluginsMenuAndOthersFromTheirParentsItem) {
   Append(1, VYRAFindPluginsMenu(), "x");
-  RunAs(2, [] {
-    const VYRAMenuID top = VYRACreateMenu("Fuel", nullptr, 9, nullptr, nullptr);
-    EXPECT_EQ(VYRAAppendMenuSeparator(top), 0);
-    EXPECT_EQ(VYRAAppendMenuItem(top, "Tanks", nullptr, 5), 1);
-    VYRACreateMenu("Tanks", top, 1, nullptr, nullptr);
-    VYRACreateMenu("None", top, 2, nullptr, nullptr);
-  });
-  EXPECT_EQ(trace, (Lines{"100/0 item x 0", "100/1 item Fuel 1", "100/1 menu Fuel", "101/0 item - 0",
-                          "101/1 item Tanks 5", "101/1 menu Tanks", "101/-1 menu None"}));
-  trace.clear();
+  const StDispatchCallback asOther(2);
+  gHost.Answer("CreateMenu", 101);
+  const VYRAMenuID top = VYRACreateMenu("Fuel", nullptr, 9, nullptr, nullptr);
+  EXPECT_EQ(VYRAAppendMenuSeparator(top), 0);
+  EXPECT_EQ(VYRAAppendMenuItem(top, "Tanks", nullptr, 5), 1);
+  VYRACreateMenu("Tanks", top, 1, nullptr, nullptr);
+  VYRACreateMenu("None", top, 2, nullptr, nullptr);
   VYRAInitMenus();
-  EXPECT_EQ(trace, Lines{"0/0 menu Plugins"});
+  EXPECT_EQ(gHost.calls,
+            (Lines{"AppendMenuItem(100|0|x|0)", "AppendMenuItem(100|1|Fuel|1)", "CreateMenu(100|1|Fuel)",
+                   "AppendMenuItem(101|0|-|0)", "AppendMenuItem(101|1|Tanks|5)", "CreateMenu(101|1|Tanks)",
+                   "CreateMenu(101|-1|None)", "CreateMenu(0|0|Plugins)"}));
   EXPECT_EQ(gMenus.size(), 1U) << "a second start knows no menu of the first";
 }
 
 TEST_F(Menus, PluginsCountTheirOwnItemsAndTheHostCountsAll) {
   const VYRAMenuID menu = Create(1);
-  EXPECT_EQ(Append(1, menu, "a0"), 0);
-  EXPECT_EQ(Append(2, menu, "b0"), 0);
-  EXPECT_EQ(Append(1, menu, "a1"), 1);
-  EXPECT_EQ(Append(2, menu, "b1"), 1);
-  int check = 0;
+  for (const int index : {0, 1}) {
+    for (const VYRAPluginID plugin : {1, 2}) EXPECT_EQ(Append(plugin, menu, "x"), index);
+  }
+  gHost.calls.clear();
   RunAs(2, [&] {
+    int check = 0;
     VYRACheckMenuItem(menu, 1, VYRA_MENU_CHECKED);
     VYRACheckMenuItemState(menu, 1, &check);
+    EXPECT_EQ(check, VYRA_MENU_CHECKED);
     VYRAEnableMenuItem(menu, 0, 0);
   });
   RunAs(1, [&] {
@@ -83,7 +81,7 @@ TEST_F(Menus, PluginsCountTheirOwnItemsAndTheHostCountsAll) {
             (Lines{"RemoveMenuItem(101,0)", "SetMenuItemName(101|1|A|3)", "SetMenuItemName(101|-1|lost|0)"}));
   EXPECT_EQ(errors, Lines{"1: VYRARemoveMenuItem was passed an out of range item index."});
   EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), 0);
-  EXPECT_EQ(Checked(menu, 2) + check, 1 + VYRA_MENU_CHECKED);
+  EXPECT_EQ(Checked(2), 1);
 }
 
 TEST_F(Menus, PickReachesTheMenusHandlerAsItsCreatorWhileBothAreEnabled) {
@@ -92,27 +90,24 @@ TEST_F(Menus, PickReachesTheMenusHandlerAsItsCreatorWhileBothAreEnabled) {
     trace.push_back("picked " + std::string(static_cast<char*>(item)) + std::to_string(VYRAGetMyID()));
   });
   Append(2, menu, "x");
-  trace.clear();
-  const int item = nextItem - 1;
-  EXPECT_EQ(VYRAHandleMenuItemPick(item), 0);
-  RunAs(2, [&] { VYRAEnableMenuItem(menu, 0, 0); });
-  EXPECT_EQ(VYRAHandleMenuItemPick(item), 0);
-  RunAs(2, [&] { VYRAEnableMenuItem(menu, 0, 9); });
-  EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), 9);
+  for (const int enabled : {1, 0, 9}) {
+    RunAs(2, [&] { VYRAEnableMenuItem(menu, 0, enabled); });
+    EXPECT_EQ(PickLatest(), 0);
+    EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), enabled);
+  }
   Record(1).enabled = false;
-  EXPECT_EQ(VYRAHandleMenuItemPick(item), 0);
+  EXPECT_EQ(PickLatest(), 0);
   EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), 0);
   EXPECT_EQ(VYRAHandleMenuItemPick(1000), 0) << "in the menu Plugins, which has no handler";
   EXPECT_EQ(VYRAHandleMenuItemPick(12345), 1);
-  EXPECT_EQ(trace, Lines{"picked x1"});
+  EXPECT_EQ(trace, Lines(2, "picked x1"));
 }
 
 TEST_F(Menus, CheckMarksAreAnsweredOneLowerAndOddOnesNotAtAll) {
-  const VYRAMenuID menu = Create(1);
-  Append(1, menu, "x");
+  Append(1, Create(1), "x");
   for (const auto& [check, answer] : {std::pair{0, -1}, {1, 0}, {2, 1}, {3, 77}, {-1, 77}}) {
-    RunAs(1, [&, mark = check] { VYRACheckMenuItem(menu, 0, mark); });
-    EXPECT_EQ(Checked(menu, 0), answer);
+    gMenus.back()->items[0].check = check;
+    EXPECT_EQ(Checked(0), answer);
   }
 }
 
@@ -120,17 +115,15 @@ TEST_F(Menus, OnlyTheCreatorClearsAndDestroysAndTheHostKeepsBlankEntries) {
   const VYRAMenuID menu = Create(1);
   Append(2, menu, "x");
   Append(1, menu, "y");
-  const auto clearAndDestroy = [&] {
-    VYRAClearAllMenuItems(menu);
-    VYRADestroyMenu(menu);
-  };
-  RunAs(2, clearAndDestroy);
-  EXPECT_EQ(gHost.calls, Lines());
-  RunAs(1, clearAndDestroy);
-  RunAs(1, clearAndDestroy);
+  gHost.calls.clear();
+  for (const VYRAPluginID plugin : {2, 1, 1}) {
+    RunAs(plugin, [&] { VYRAClearAllMenuItems(menu); });
+    Destroy(plugin, menu);
+    EXPECT_EQ(gHost.calls.size(), plugin == 2 ? 0U : 3U);
+  }
   EXPECT_EQ(gHost.calls,
             (Lines{"SetMenuItemName(101|0||0)", "SetMenuItemName(101|1||0)", "DestroyMenu(101)"}));
-  EXPECT_EQ(VYRAHandleMenuItemPick(nextItem - 1), 1);
+  EXPECT_EQ(PickLatest(), 1);
   EXPECT_EQ(VYRAFindPluginsMenu()->items.size(), 1U) << "the item that it hung from stays";
 }
 
@@ -138,37 +131,36 @@ TEST_F(Menus, HandlesIndicesAndNamesThatFitNothingChangeNothing) {
   const VYRAMenuID menu = Create(1);
   Append(2, menu, "not mine");
   Append(1, menu, "mine");
-  trace.clear();
+  gHost.calls.clear();
   VYRAMenuInfo_t none;
   int check = 77;
+  const StDispatchCallback asCreator(1);
   const auto use = [&](VYRAMenuID any, int index) {
     VYRACheckMenuItem(any, index, 1);
     VYRACheckMenuItemState(any, index, &check);
     VYRAEnableMenuItem(any, index, 0);
     VYRARemoveMenuItem(any, index);
   };
-  RunAs(1, [&] {
-    for (const int index : {1, 2, -1, INT_MIN, INT_MAX}) use(menu, index);
-    EXPECT_EQ(errors.size(), 5U) << "one for each index that the plugin does not have";
-    for (const VYRAMenuID unknown : {VYRAMenuID{nullptr}, &none}) {
-      use(unknown, 0);
-      VYRASetMenuItemName(unknown, 0, "x", 0);
-      VYRAClearAllMenuItems(unknown);
-      VYRADestroyMenu(unknown);
-      EXPECT_EQ(VYRAAppendMenuSeparator(unknown), -1);
-    }
-    EXPECT_EQ(VYRACreateMenu("x", &none, 0, nullptr, nullptr), nullptr);
-    EXPECT_EQ(VYRACreateMenu(nullptr, nullptr, 0, nullptr, nullptr), nullptr);
-    EXPECT_EQ(VYRAAppendMenuItem(menu, nullptr, nullptr, 0), -1);
-    VYRASetMenuItemName(menu, 0, nullptr, 0);
-  });
-  RunAs(2, [&] { VYRACheckMenuItemState(menu, 0, nullptr); });
+  for (const int index : {1, -1, INT_MIN, INT_MAX}) use(menu, index);
+  EXPECT_EQ(errors.size(), 4U) << "one for each index that the plugin does not have";
+  for (const VYRAMenuID unknown : {VYRAMenuID{nullptr}, &none}) {
+    use(unknown, 0);
+    VYRASetMenuItemName(unknown, 0, "x", 0);
+    VYRAClearAllMenuItems(unknown);
+    VYRADestroyMenu(unknown);
+    EXPECT_EQ(VYRAAppendMenuSeparator(unknown), -1);
+  }
+  EXPECT_EQ(VYRACreateMenu("x", &none, 0, nullptr, nullptr), nullptr);
+  EXPECT_EQ(VYRACreateMenu(nullptr, nullptr, 0, nullptr, nullptr), nullptr);
+  EXPECT_EQ(VYRAAppendMenuItem(menu, nullptr, nullptr, 0), -1);
+  VYRASetMenuItemName(menu, 0, nullptr, 0);
+  VYRACheckMenuItemState(menu, 0, nullptr);
   EXPECT_EQ(check, 77);
-  EXPECT_EQ(trace.size() + gHost.calls.size(), 0U);
+  EXPECT_EQ(gHost.calls, Lines());
   EXPECT_EQ(VYRAHandleMenuItemCheck(101, 0, nullptr), 1);
-  EXPECT_EQ(Checked(menu, 1), -1);
+  EXPECT_EQ(Checked(1), -1);
   for (const int position : {-1, 2, INT_MIN, INT_MAX}) {
-    EXPECT_EQ(Checked(menu, position), 77);
+    EXPECT_EQ(Checked(position), 77);
     EXPECT_EQ(VYRAHandleMenuItemEnable(101, position), 1);
   }
 }
@@ -179,24 +171,22 @@ TEST_F(Menus, DepartingPluginTakesItsMenusAndItsItemsOfThePluginsMenu) {
   Append(1, others, "stays");
   Append(2, VYRAFindPluginsMenu(), "y");
   Append(1, VYRAFindPluginsMenu(), "z");
+  gHost.calls.clear();
   VYRAMenuCleanupHook(1);
   EXPECT_EQ(gHost.calls, (Lines{"SetMenuItemName(102|0||0)", "DestroyMenu(102)", "RemoveMenuItem(100,3)",
                                 "RemoveMenuItem(100,1)"}));
   EXPECT_EQ(gMenus.size(), 2U);
-  EXPECT_EQ(VYRAFindPluginsMenu()->items.size(), 2U);
-  EXPECT_EQ(others->items.size(), 1U);
+  EXPECT_EQ(VYRAFindPluginsMenu()->items.size() + others->items.size(), 3U);
   EXPECT_EQ(Append(1, others, "of a later plugin with the same ID"), 0);
 }
 
 TEST_F(Menus, HostThatCannotDestroyMenusIsNotAskedTo) {
   gHost.services.hostVersion = 567;
-  const VYRAMenuID destroyed = Create(1);
+  Destroy(1, Create(1));
   Append(1, Create(1), "x");
-  RunAs(1, [&] { VYRADestroyMenu(destroyed); });
   VYRAMenuCleanupHook(1);
   EXPECT_EQ(gHost.CallsOf("DestroyMenu"), Lines());
-  EXPECT_EQ(gMenus.size(), 1U);
-  EXPECT_EQ(VYRAHandleMenuItemPick(nextItem - 1), 1);
+  EXPECT_EQ(PickLatest(), 1);
 }
 
 TEST_F(Menus, HandlerMayThrowAndMayDestroyItsMenuAndLeave) {
@@ -207,33 +197,28 @@ TEST_F(Menus, HandlerMayThrowAndMayDestroyItsMenuAndLeave) {
     VYRAMenuCleanupHook(VYRAGetMyID());
   });
   Append(1, menu, "throws");
-  Append(1, menu, "leaves");
-  EXPECT_THROW(VYRAHandleMenuItemPick(nextItem - 2), int);
+  EXPECT_THROW(PickLatest(), int);
   EXPECT_EQ(gDispatchDepth + VYRAGetMyID(), 0);
-  EXPECT_EQ(VYRAHandleMenuItemPick(nextItem - 1), 0);
+  Append(1, menu, "leaves");
+  EXPECT_EQ(PickLatest(), 0);
   EXPECT_EQ(gMenus.size(), 1U);
 }
 
 TEST_F(Menus, HostMayDestroyTheMenuThatItIsToldOf) {
   static VYRAMenuID menu;
-  static const auto destroy = [] { RunAs(1, [] { VYRADestroyMenu(menu); }); };
-  gHost.services.SetMenuItemName = [](int, int, const char*, int) { destroy(); };
-  gHost.services.RemoveMenuItem = [](int, int) { destroy(); };
-  const auto use = [](void (*function)(VYRAMenuID)) {
+  gHost.services.SetMenuItemName = [](int, int, const char*, int) { Destroy(1, menu); };
+  gHost.services.RemoveMenuItem = [](int, int) { Destroy(1, menu); };
+  for (const auto function : {+[] { VYRASetMenuItemName(menu, 0, "z", 0); },
+                              +[] { VYRARemoveMenuItem(menu, 1); }, +[] { VYRAClearAllMenuItems(menu); },
+                              +[] { VYRADestroyMenu(menu); }, +[] { VYRAMenuCleanupHook(1); }}) {
     menu = Create(1);
-    Append(1, menu, "x");
-    Append(1, menu, "y");
-    RunAs(1, [&] { function(menu); });
-  };
-  use([](VYRAMenuID one) { VYRASetMenuItemName(one, 0, "z", 0); });
-  use([](VYRAMenuID one) { VYRARemoveMenuItem(one, 1); });
-  use(VYRAClearAllMenuItems);
-  use(VYRADestroyMenu);
-  use([](VYRAMenuID) { VYRAMenuCleanupHook(1); });
+    for (const char* name : {"x", "y"}) Append(1, menu, name);
+    RunAs(1, function);
+  }
   EXPECT_EQ(gHost.CallsOf("DestroyMenu").size(), 5U) << "each menu once";
 
   gHost.services.AppendMenuItem = [](int, int, const char*, int) {
-    RunAs(0, [] { VYRADestroyMenu(VYRAFindPluginsMenu()); });
+    Destroy(0, VYRAFindPluginsMenu());
     return 1;
   };
   EXPECT_EQ(Append(1, VYRAFindPluginsMenu(), "x"), -1);

@@ -2,8 +2,6 @@
 #include "VYRAPlanes.h"
 
 #include <climits>
-#include <string>
-#include <vector>
 
 #include "Forwarding.h"
 #include "PluginFixture.h"
@@ -12,31 +10,31 @@
 
 namespace {
 
-// Who waits: a name, and what it does when it is told.
+// A plugin that acquires the planes, and what it does when it is told that they are free.
 struct Waiter {
   char name;
-  void (*action)(Waiter& self) = nullptr;
+  VYRAPluginID plugin;
+  void (*action)() = nullptr;
 };
 
 class Planes : public PluginFixture {
  protected:
-  static void Told(void* refcon) {
-    Waiter& waiter = *static_cast<Waiter*>(refcon);
-    trace.push_back(waiter.name + std::to_string(VYRAGetMyID()));
-    if (waiter.action != nullptr) waiter.action(waiter);
+  Planes() {
+    for (const char* name : {"one", "two", "three"}) AddPlugin(name);
   }
-  static int Acquire(Waiter& waiter) { return VYRAAcquirePlanes(nullptr, Told, &waiter); }
-  static int AcquireAs(VYRAPluginID plugin, Waiter& waiter) {
-    return RunAs(plugin, [&] { return Acquire(waiter); });
-  }
-  static void Release(VYRAPluginID plugin) { RunAs(plugin, VYRAReleasePlanes); }
 
-  // The first plugin holds the planes, the other two wait.
-  void AcquireAll() {
-    EXPECT_EQ(AcquireAs(one, a), 1);
-    EXPECT_EQ(AcquireAs(two, b), 0);
-    EXPECT_EQ(AcquireAs(three, c), 0);
+  static void Told(void* refcon) {
+    const Waiter& waiter = *static_cast<Waiter*>(refcon);
+    trace.push_back(waiter.name + std::to_string(VYRAGetMyID()));
+    if (waiter.action != nullptr) waiter.action();
   }
+  static int Acquire(Waiter& waiter) {
+    return RunAs(waiter.plugin, [&] { return VYRAAcquirePlanes(nullptr, Told, &waiter); });
+  }
+  static void Release(const Waiter& holder) { RunAs(holder.plugin, VYRAReleasePlanes); }
+
+  // a holds the planes, the other two wait.
+  static void AcquireAll() { EXPECT_EQ(Acquire(a) * 100 + Acquire(b) * 10 + Acquire(c), 100); }
 
   static VYRAPluginID Owner() {
     VYRAPluginID owner = 99;
@@ -51,129 +49,119 @@ class Planes : public PluginFixture {
     return path;
   }
 
-  VYRAPluginID one = AddPlugin("one");
-  VYRAPluginID two = AddPlugin("two");
-  VYRAPluginID three = AddPlugin("three");
-  static inline Waiter a{'a'}, b{'b'}, c{'c'};
+  static inline Waiter a{'a', 1}, b{'b', 2}, c{'c', 3};
 };
 
 TEST_F(Planes, HaveOneHolderAndTellEveryoneWhoWaitsInTurn) {
   EXPECT_EQ(Owner(), VYRA_NO_PLUGIN);
-  b.action = c.action = [](Waiter& self) { EXPECT_EQ(Acquire(self), VYRAGetMyID() == 2 ? 1 : 0); };
+  b.action = [] { EXPECT_EQ(Acquire(b), 1); };
+  c.action = [] { EXPECT_EQ(Acquire(c), 0); };
   AcquireAll();
-  EXPECT_EQ(AcquireAs(one, a), 1) << "the holder does not wait for itself";
-  EXPECT_EQ(RunAs(two, [] { return VYRAAcquirePlanes(nullptr, nullptr, nullptr); }), 0);
-  Release(two);
-  EXPECT_EQ(Owner(), one) << "only the holder can release";
-  Release(one);
+  EXPECT_EQ(Acquire(a), 1) << "the holder does not wait for itself";
+  EXPECT_EQ(RunAs(2, [] { return VYRAAcquirePlanes(nullptr, nullptr, nullptr); }), 0);
+  Release(b);
+  EXPECT_EQ(Owner(), 1) << "only the holder can release";
+  Release(a);
   EXPECT_EQ(trace, (Lines{"b2", "c3"}));
-  EXPECT_EQ(Owner(), two);
+  EXPECT_EQ(Owner(), 2);
   c.action = nullptr;
-  Release(two);
+  Release(b);
   EXPECT_EQ(trace, (Lines{"b2", "c3", "c3"})) << "who found them taken waits again";
   EXPECT_EQ(Owner(), VYRA_NO_PLUGIN);
 }
 
 TEST_F(Planes, WaiterMayTakeAndReturnThemAtOnce) {
-  b.action = [](Waiter& self) {
-    EXPECT_EQ(Acquire(self), 1);
-    EXPECT_EQ(AcquireAs(3, c), 0);
+  b.action = [] {
+    EXPECT_EQ(Acquire(b) * 10 + Acquire(c), 10);
     VYRAReleasePlanes();
   };
   AcquireAll();
-  Release(one);
+  Release(a);
   EXPECT_EQ(trace, (Lines{"b2", "c3", "c3"})) << "once for each time of asking";
   EXPECT_EQ(Owner(), VYRA_NO_PLUGIN);
 }
 
 TEST_F(Planes, WaitEndsSilentlyForWhoeverIsDisabledOrGone) {
   AcquireAll();
-  AcquireAs(three, c);
-  VYRADisablePlugin(two);
-  UnloadOnePlugin(three);
-  Release(one);
-  VYRAEnablePlugin(two);
-  AcquireAs(one, a);
-  Release(one);
+  Acquire(c);
+  VYRADisablePlugin(2);
+  UnloadOnePlugin(3);
+  Release(a);
+  VYRAEnablePlugin(2);
+  Acquire(a);
+  Release(a);
   EXPECT_EQ(trace, Lines());
 }
 
 TEST_F(Planes, PluginUnloadedByAnEarlierWaiterIsNotCalledUnderItsIdOfOld) {
-  b.action = [](Waiter&) {
+  b.action = [] {
     UnloadOnePlugin(3);
     VYRALoaderDropLastRecord(3);
     EXPECT_EQ(AddPlugin("next of that ID"), 3);
   };
   AcquireAll();
-  Release(one);
+  Release(a);
   EXPECT_EQ(trace, Lines{"b2"});
 }
 
 TEST_F(Planes, ExceptionOfAWaiterLeavesTheOthersWaiting) {
-  b.action = [](Waiter&) { throw 1; };
+  b.action = [] { throw 1; };
   AcquireAll();
-  EXPECT_THROW(Release(one), int);
+  EXPECT_THROW(Release(a), int);
   EXPECT_EQ(VYRAGetMyID(), VYRA_HOST_PLUGIN);
-  AcquireAs(one, a);
-  Release(one);
+  Acquire(a);
+  Release(a);
   EXPECT_EQ(trace, (Lines{"b2", "c3"}));
 }
 
 TEST_F(Planes, DisablingOrLosingTheHolderFreesThem) {
   AcquireAll();
-  VYRADisablePlugin(one);
+  VYRADisablePlugin(1);
   EXPECT_EQ(trace, (Lines{"b2", "c3"}));
   AcquireAll();  // a plugin that is disabled already may still take them
-  RunAs(two, [&] { UnloadOnePlugin(one); });
+  RunAs(2, [] { UnloadOnePlugin(1); });
   EXPECT_EQ(trace.size(), 4U);
   EXPECT_EQ(Owner(), VYRA_NO_PLUGIN);
 }
 
 TEST_F(Planes, ReleaseGivesEveryAiPlaneBackButNotTheUsers) {
   static int off[4] = {};
-  for (int plane = 0; plane < 4; ++plane) {
-    PublishInt(("sim/private/net_disables/ai_loc[" + std::to_string(plane) + "]").c_str(), &off[plane]);
-  }
+  const std::string name = "sim/private/net_disables/ai_loc[";
+  for (int plane = 0; plane < 4; ++plane) PublishInt((name + char('0' + plane) + "]").c_str(), &off[plane]);
   for (const int plane : {0, 1, 2, 3, 4, -1}) VYRADisableAIForPlane(plane);
-  AcquireAs(one, a);
-  Release(one);
-  EXPECT_EQ(off[1], 1) << "the host has not said how many there are";
   VYRAHandleGetNumberPlanesToHandle(3, 0);
-  AcquireAs(one, a);
-  Release(one);
+  Acquire(a);
+  Release(a);
   EXPECT_EQ(off[0] * 1000 + off[1] * 100 + off[2] * 10 + off[3], 1001);
 }
 
 TEST_F(Planes, LimitOfTheHolderCountsUntilItReleases) {
   gHost.Answer("CountAircraft", 20);
   const auto active = [] {
-    int total = 0;
-    int count = 0;
+    int total = 0, count = 0;
     VYRACountAircraft(&total, &count, nullptr);
-    EXPECT_EQ(total, 20);
-    return count;
+    return std::to_string(count) + " of " + std::to_string(total);
   };
-  AcquireAs(one, a);
-  RunAs(two, [] { VYRASetActiveAircraftCount(3); });
-  EXPECT_EQ(active(), 20);
-  RunAs(one, [] { VYRASetActiveAircraftCount(5); });
-  EXPECT_EQ(active(), 5);
+  Acquire(a);
+  RunAs(2, [] { VYRASetActiveAircraftCount(3); });
+  EXPECT_EQ(active(), "20 of 20");
+  RunAs(1, [] { VYRASetActiveAircraftCount(5); });
+  EXPECT_EQ(active(), "5 of 20");
   EXPECT_EQ(VYRAHandleGetNumberPlanesToHandle(20, 0), 5);
   EXPECT_EQ(VYRAHandleGetNumberPlanesToHandle(4, 0), 4);
   EXPECT_EQ(VYRAHandleGetNumberPlanesToHandle(20, 1), 20);
-  Release(one);
-  AcquireAs(one, a);
-  EXPECT_EQ(active(), 20);
+  Release(a);
+  Acquire(a);
+  EXPECT_EQ(active(), "20 of 20");
 }
 
 TEST_F(Planes, HostLoadsTheWishesOfTheHolder) {
-  char jet[] = "jet";
-  char none[] = "";
+  char jet[] = "jet", none[] = "";
   char* wishes[] = {jet, jet, none, nullptr};
-  RunAs(one, [&] { VYRAAcquirePlanes(wishes, nullptr, nullptr); });
+  RunAs(1, [&] { VYRAAcquirePlanes(wishes, nullptr, nullptr); });
   jet[0] = 'x';
-  RunAs(two, [] { VYRASetAircraftModel(1, "not the holder's"); });
-  RunAs(one, [] {
+  RunAs(2, [] { VYRASetAircraftModel(1, "not the holder's"); });
+  RunAs(1, [] {
     VYRASetAircraftModel(7, "heli");
     for (const int plane : {-1, INT_MIN, VYRA_MOST_PLANES, INT_MAX}) VYRASetAircraftModel(plane, "x");
     VYRASetAircraftModel(1, nullptr);
@@ -182,7 +170,7 @@ TEST_F(Planes, HostLoadsTheWishesOfTheHolder) {
   for (const int plane : {0, 2, 6, 8, -1, VYRA_MOST_PLANES}) EXPECT_EQ(PathFor(plane), "own") << plane;
   VYRAHandleUpdatePlaneNameAndPath(1, nullptr, nullptr);
   EXPECT_EQ(gHost.calls, Lines()) << "nothing is loaded before the host has said what planes there are";
-  Release(one);
+  Release(a);
   EXPECT_EQ(PathFor(1), "own");
 }
 
@@ -202,8 +190,8 @@ TEST_F(Planes, ModelIsLoadedAtOnceAndNotAnsweredFromTheWishesMeanwhile) {
     VYRASetAircraftModel(5, "later");
     throw 1;
   };
-  RunAs(one, [] {
-    VYRAAcquirePlanes(nullptr, nullptr, nullptr);
+  Acquire(a);
+  RunAs(1, [] {
     VYRASetActiveAircraftCount(1);
     EXPECT_THROW(VYRASetAircraftModel(2, "jet/jet.acf"), int);
   });
@@ -222,25 +210,22 @@ TEST_F(Planes, UsersModelComesWithAFileNameThatCountsTheFirstCharacterAsASeparat
 TEST_F(Planes, ModelOfAPlaneFillsTheBuffersInTheOrderOfPlugins) {
   gHost.planePath = "Jet/jet.acf";
   gHost.planeFileName = "jet.acf";
-  char fileName[256];
-  char path[512];
+  char fileName[256], path[512];
   VYRAGetNthAircraftModel(0, nullptr, path);
   VYRAGetNthAircraftModel(0, fileName, nullptr);
-  EXPECT_STREQ(fileName, "jet.acf");
-  EXPECT_STREQ(path, "Jet/jet.acf");
+  EXPECT_EQ(std::string(fileName) + " " + path, "jet.acf Jet/jet.acf");
 }
 
 TEST_F(Planes, DrawingAndStartingAnewAreForTheHolder) {
-  const auto drawAndStart = [] {
-    VYRADrawAircraft(1, 2, 3, 4, 5, 6, 7, 8, nullptr);
-    VYRAReinitUsersPlane();
-  };
-  AcquireAs(one, a);
-  RunAs(two, drawAndStart);
-  EXPECT_EQ(gHost.calls, Lines());
-  RunAs(one, drawAndStart);
+  Acquire(a);
+  for (const VYRAPluginID plugin : {2, 1}) {
+    RunAs(plugin, [] {
+      VYRADrawAircraft(1, 2, 3, 4, 5, 6, 7, 8, nullptr);
+      VYRAReinitUsersPlane();
+    });
+  }
   gHost.services.hostVersion = 567;
-  RunAs(one, VYRAReinitUsersPlane);
+  RunAs(1, VYRAReinitUsersPlane);
   EXPECT_EQ(gHost.calls, (Lines{"DrawAircraft(1,2,3,4,5,6,7,8,0)", "ReinitUsersPlane(208,201)"}));
   ExpectForwards(VYRAPlaceUserAtAirport, &VYRAHostServices::PlaceUserAtAirport);
 }

@@ -47,11 +47,8 @@ VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* ou
   std::snprintf(outName, VYRA_PLUGIN_INFO_SIZE, "%s", gName);
   std::snprintf(outSignature, VYRA_PLUGIN_INFO_SIZE, "test.%s", gName);
   std::snprintf(outDescription, VYRA_PLUGIN_INFO_SIZE, "Plugin %s of a test", gName);
-  Moment moment = {};
-  moment.outName = outName;
-  moment.outSignature = outSignature;
-  moment.outDescription = outDescription;
-  return Report("start", 1, moment);
+  return Report("start", 1,
+                {.outName = outName, .outSignature = outSignature, .outDescription = outDescription});
 }
 
 VYRA_PLUGIN_EXPORT void VyPluginStop(void) { Report("stop", 0); }
@@ -59,9 +56,5 @@ VYRA_PLUGIN_EXPORT int VyPluginEnable(void) { return Report("enable", 1); }
 VYRA_PLUGIN_EXPORT void VyPluginDisable(void) { Report("disable", 0); }
 
 VYRA_PLUGIN_EXPORT void VyPluginReceiveMessage(VYRAPluginID from, int message, void* param) {
-  Moment moment = {};
-  moment.from = from;
-  moment.message = message;
-  moment.param = param;
-  Report("message", 0, moment);
+  Report("message", 0, {.from = from, .message = message, .param = param});
 }
