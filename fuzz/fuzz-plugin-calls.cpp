@@ -95,69 +95,44 @@ void AccessShared() {
   unsigned char values[8 * 16] = {};
   const int offset = Byte() % 20 - 2;
   const int count = Byte() % 18 - 1;
-  switch (Byte() % 5) {
-    case 0:
-      VYRAShareData(name.c_str(), kTypes[which], Changed, nullptr);
-      break;
-    case 1:
-      VYRAUnshareData(name.c_str(), kTypes[which], Changed, nullptr);
-      break;
-    case 2:
-      VYRASetDatai(item, count);
-      VYRASetDatab(item, values, offset, count);
-      break;
-    case 3:
-      VYRASetDatavf(item, reinterpret_cast<float*>(values), offset, count);
-      break;
-    default:
-      VYRAGetDatab(item, values, offset, count);
-      VYRAGetDatavi(item, reinterpret_cast<int*>(values), offset, count);
+  const int choice = Byte() % 5;
+  if (choice == 0) VYRAShareData(name.c_str(), kTypes[which], Changed, nullptr);
+  if (choice == 1) VYRAUnshareData(name.c_str(), kTypes[which], Changed, nullptr);
+  if (choice == 2) {
+    VYRASetDatai(item, count);
+    VYRASetDatab(item, values, offset, count);
+  }
+  if (choice == 3) VYRASetDatavf(item, reinterpret_cast<float*>(values), offset, count);
+  if (choice == 4) {
+    VYRAGetDatab(item, values, offset, count);
+    VYRAGetDatavi(item, reinterpret_cast<int*>(values), offset, count);
   }
 }
 
 void AccessDataRef() {
   const std::size_t which = static_cast<std::size_t>(Byte()) % kNames.size();
   VYRADataRef& handle = gHandles[which];
-  switch (Byte() % 5) {
-    case 0:
-      handle = VYRARegisterDataAccessor(kNames[which], VYRA_TYPE_INT, 1, ReadInt, WriteInt, nullptr, nullptr,
-                                        nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                        nullptr, nullptr, nullptr);
-      break;
-    case 1:
-      VYRAUnregisterDataAccessor(handle);
-      break;
-    case 2:
-      VYRASetDatai(handle, 1);
-      break;
-    case 3:
-      Require(VYRAFindDataRef(kNames[which]) == nullptr || VYRAIsDataRefGood(handle) == 1);
-      break;
-    default:
-      VYRAGetDatai(handle);
-  }
+  const int choice = Byte() % 5;
+  if (choice == 0)
+    handle = VYRARegisterDataAccessor(kNames[which], VYRA_TYPE_INT, 1, ReadInt, WriteInt, nullptr, nullptr,
+                                      nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr);
+  if (choice == 1) VYRAUnregisterDataAccessor(handle);
+  if (choice == 2) VYRASetDatai(handle, 1);
+  if (choice == 3) Require(VYRAFindDataRef(kNames[which]) == nullptr || VYRAIsDataRefGood(handle) == 1);
+  if (choice == 4) VYRAGetDatai(handle);
 }
 
 void UseFlightLoops() {
   VYRAFlightLoopID& loop = gLoops[static_cast<std::size_t>(Byte()) % gLoops.size()];
   const VYRAFlightLoopParams params = {sizeof(params), Byte() % 2, Loop, &loop};
   const float interval = static_cast<float>(Byte() % 5 - 2);
-  switch (Byte() % 5) {
-    case 0:
-      loop = VYRACreateFlightLoop(&params);
-      break;
-    case 1:
-      VYRADestroyFlightLoop(loop);
-      break;
-    case 2:
-      VYRAScheduleFlightLoop(loop, interval, 1);
-      break;
-    case 3:
-      VYRAUnregisterFlightLoopCallback(Loop, &loop);
-      break;
-    default:
-      VYRARegisterFlightLoopCallback(Loop, interval, &loop);
-  }
+  const int choice = Byte() % 5;
+  if (choice == 0) loop = VYRACreateFlightLoop(&params);
+  if (choice == 1) VYRADestroyFlightLoop(loop);
+  if (choice == 2) VYRAScheduleFlightLoop(loop, interval, 1);
+  if (choice == 3) VYRAUnregisterFlightLoopCallback(Loop, &loop);
+  if (choice == 4) VYRARegisterFlightLoopCallback(Loop, interval, &loop);
 }
 
 int Draw(int, int, void*) {
@@ -189,128 +164,62 @@ void UseWindows() {
   VYRAWindowID& window = AnyOf(gWindowHandles);
   VYRAWindowCreateParams params = {sizeof(params), 0,           10,        10,           0,       Byte() % 2,
                                    DrawWindow,     HandleMouse, HandleKey, HandleCursor, nullptr, nullptr};
-  switch (Byte() % 7) {
-    case 0:
-    case 1:
-      window = VYRACreateWindowEx(&params);
-      break;
-    case 2:
-      VYRADestroyWindow(window);
-      break;
-    case 3:
-      VYRATakeKeyboardFocus(window);
-      break;
-    case 4:
-      VYRABringWindowToFront(window);
-      break;
-    case 5:
-      VYRASetWindowIsVisible(window, Byte() % 2);
-      break;
-    default:
-      Require(VYRAGetWindowRefCon(window) == nullptr);
-      VYRAIsWindowInFront(window);
+  const int choice = Byte() % 7;
+  if (choice == 0 || choice == 1) window = VYRACreateWindowEx(&params);
+  if (choice == 2) VYRADestroyWindow(window);
+  if (choice == 3) VYRATakeKeyboardFocus(window);
+  if (choice == 4) VYRABringWindowToFront(window);
+  if (choice == 5) VYRASetWindowIsVisible(window, Byte() % 2);
+  if (choice == 6) {
+    Require(VYRAGetWindowRefCon(window) == nullptr);
+    VYRAIsWindowInFront(window);
   }
 }
 
 void RegisterForDisplay() {
   void* const refcon = &AnyOf(gHotKeyHandles);
   VYRAHotKeyID& hotKey = AnyOf(gHotKeyHandles);
-  switch (Byte() % 7) {
-    case 0:
-      VYRARegisterDrawCallback(Draw, 50, Byte() % 2, refcon);
-      break;
-    case 1:
-      VYRAUnregisterDrawCallback(Draw, 50, Byte() % 2, refcon);
-      break;
-    case 2:
-      VYRARegisterKeySniffer(Sniff, Byte() % 2, refcon);
-      break;
-    case 3:
-      VYRAUnregisterKeySniffer(Sniff, Byte() % 2, refcon);
-      break;
-    case 4:
-      hotKey = VYRARegisterHotKey('K', Byte() % 2, "fuzz", Fire, nullptr);
-      break;
-    case 5:
-      VYRAUnregisterHotKey(hotKey);
-      break;
-    default:
-      VYRASetHotKeyCombination(VYRAGetNthHotKey(Byte() % 4), 'K', Byte() % 2);
-  }
+  const int choice = Byte() % 7;
+  if (choice == 0) VYRARegisterDrawCallback(Draw, 50, Byte() % 2, refcon);
+  if (choice == 1) VYRAUnregisterDrawCallback(Draw, 50, Byte() % 2, refcon);
+  if (choice == 2) VYRARegisterKeySniffer(Sniff, Byte() % 2, refcon);
+  if (choice == 3) VYRAUnregisterKeySniffer(Sniff, Byte() % 2, refcon);
+  if (choice == 4) hotKey = VYRARegisterHotKey('K', Byte() % 2, "fuzz", Fire, nullptr);
+  if (choice == 5) VYRAUnregisterHotKey(hotKey);
+  if (choice == 6) VYRASetHotKeyCombination(VYRAGetNthHotKey(Byte() % 4), 'K', Byte() % 2);
 }
 
 // The host's own calls, which may come from inside a plugin's.
 void CallHooks() {
   if (gDepth >= kDeepest) return;
   ++gDepth;
-  switch (Byte() % 6) {
-    case 0:
-      VYRADisplayDoDrawingHook(20, Byte() % 2);
-      break;
-    case 1:
-      VYRADisplayDoDrawingHook(19, 0);
-      break;
-    case 2:
-      VYRADisplayKeyPressHook('k', Byte() % 2, 'K');
-      break;
-    case 3:
-      VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_DOWN);
-      break;
-    case 4:
-      VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_UP);
-      break;
-    default:
-      VYRADisplayCursorHook(Byte() % 12, 5);
-  }
+  const int choice = Byte() % 7;
+  if (choice == 0) VYRADisplayDoDrawingHook(20, Byte() % 2);
+  if (choice == 1) VYRADisplayDoDrawingHook(19, 0);
+  if (choice == 2) VYRADisplayKeyPressHook('k', Byte() % 2, 'K');
+  if (choice == 3) VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_DOWN);
+  if (choice == 4) VYRADisplayMouseClickHook(Byte() % 12, 5, VYRA_MOUSE_UP);
+  if (choice == 5) VYRADisplayCursorHook(Byte() % 12, 5);
+  if (choice == 6) VYRAProcessingRunPass(static_cast<float>(Byte()), Byte() % 2);
   --gDepth;
 }
 
 void Act() {
-  switch (Byte() % 13) {
-    case 0:
-      AddPlugin();
-      break;
-    case 1:
-      VYRAEnablePlugin(AnyPlugin());
-      break;
-    case 2:
-      VYRADisablePlugin(AnyPlugin());
-      break;
-    case 3:
-      UnloadOnePlugin(AnyPlugin());
-      break;
-    case 4:
-      VYRASendMessageToPlugin(AnyPlugin(), 1, nullptr);
-      break;
-    case 5:
-      if (gDepth < kDeepest) {
-        ++gDepth;
-        VYRAProcessingRunPass(static_cast<float>(Byte()), Byte() % 2);
-        --gDepth;
-      }
-      break;
-    case 6:
-      AccessShared();
-      break;
-    case 7:
-      AccessDataRef();
-      break;
-    case 8:
-      UseFlightLoops();
-      break;
-    case 9:
-      UseWindows();
-      break;
-    case 10:
-      RegisterForDisplay();
-      break;
-    case 11:
-      CallHooks();
-      break;
-    default: {
-      const StDispatchCallback dispatch(AnyPlugin());
-      Nested();
-    }
+  const int choice = Byte() % 12;
+  if (choice == 0) AddPlugin();
+  if (choice == 1) VYRAEnablePlugin(AnyPlugin());
+  if (choice == 2) VYRADisablePlugin(AnyPlugin());
+  if (choice == 3) UnloadOnePlugin(AnyPlugin());
+  if (choice == 4) VYRASendMessageToPlugin(AnyPlugin(), 1, nullptr);
+  if (choice == 5) CallHooks();
+  if (choice == 6) AccessShared();
+  if (choice == 7) AccessDataRef();
+  if (choice == 8) UseFlightLoops();
+  if (choice == 9) UseWindows();
+  if (choice == 10) RegisterForDisplay();
+  if (choice == 11) {
+    const StDispatchCallback dispatch(AnyPlugin());
+    Nested();
   }
 }
 

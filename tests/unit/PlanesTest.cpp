@@ -185,9 +185,9 @@ TEST_F(Planes, ModelIsLoadedAtOnceAndNotAnsweredFromTheWishesMeanwhile) {
     EXPECT_EQ(VYRAHandleGetNumberPlanesToHandle(3, 0), 3);
     if (!isOuter) return;
     VYRAReleasePlanes();
-    EXPECT_STREQ(path, "jet/jet.acf");
     VYRAAcquirePlanes(nullptr, nullptr, nullptr);
     VYRASetAircraftModel(5, "later");
+    EXPECT_STREQ(path, "jet/jet.acf");
     throw 1;
   };
   Acquire(a);

@@ -107,7 +107,7 @@ class Objects : public PluginFixture {
 };
 
 TEST_F(Objects, EachLoadIsReleasedOnceByItsOwnPlugin) {
-  for (const int object : {5, 5, 0}) Load(object);
+  for (const int object : {0, 5, 5}) Load(object);
   EXPECT_EQ(RunAs(plugin, [] { return VYRALoadObject(nullptr); }), nullptr);
   UnloadAs(plugin, 0);  // a load that failed owns nothing
   UnloadAs(other, 5);

@@ -95,7 +95,8 @@ TEST_F(Utilities, PathsAreSplitAtTheirLastSeparator) {
   std::string parts;
   for (std::string path : {"/foo/bar", "/foo/bar/", "/foo", "foo", "a/", "/", "//", ""}) {
     const char* const name = VYRAExtractFileAndPath(path.data());
-    parts += std::string(path.c_str()) + "|" + name + " ";
+    EXPECT_GE(name, path.data());
+    parts.append(path.data()).append("|").append(name).append(" ");
   }
   EXPECT_EQ(parts, "/foo|bar /foo|bar |foo foo|foo a|a | | | ");
   EXPECT_EQ(VYRAExtractFileAndPath(nullptr), nullptr);
