@@ -57,8 +57,8 @@ TEST_F(Probes, HostWritesWhatItFoundIntoTheRecordOfGoodCallsAlone) {
 }
 
 TEST_F(Probes, ProbesOfTheHostAreUsedAgainFromTheLowestOn) {
-  std::vector<VYRAProbeRef> probes;
-  for (int i = 0; i < 5; ++i) probes.push_back(Create());
+  VYRAProbeRef probes[5];
+  for (VYRAProbeRef& probe : probes) probe = Create();
   VYRADestroyProbe(probes[4]);
   for (int i = 0; i < 2; ++i) RunAs(AddPlugin("not its owner"), [&] { VYRADestroyProbe(probes[1]); });
   for (int i = 0; i < 3; ++i) Probe(Create());
@@ -80,7 +80,7 @@ class Objects : public PluginFixture {
  protected:
   Objects() {
     gHost.services.LoadObjectAsync = [](const char*, VYRAObjectLoaded_f completion, void* delivery) {
-      pending.push_back([=](std::uintptr_t object) { completion(Ref(object), delivery); });
+      pending.emplace_back([=](std::uintptr_t object) { completion(Ref(object), delivery); });
     };
   }
 

@@ -94,9 +94,10 @@ TEST_F(Utilities, PathsOfTheHostAreCutOnlyForCallersWithoutNativePaths) {
 TEST_F(Utilities, PathsAreSplitAtTheirLastSeparator) {
   std::string parts;
   for (std::string path : {"/foo/bar", "/foo/bar/", "/foo", "foo", "a/", "/", "//", ""}) {
+    const char* const folder = path.data();
     const char* const name = VYRAExtractFileAndPath(path.data());
-    EXPECT_GE(name, path.data());
-    parts.append(path.data()).append("|").append(name).append(" ");
+    EXPECT_GE(name, folder);
+    parts.append(folder).append("|").append(name).append(" ");
   }
   EXPECT_EQ(parts, "/foo|bar /foo|bar |foo foo|foo a|a | | | ");
   EXPECT_EQ(VYRAExtractFileAndPath(nullptr), nullptr);
