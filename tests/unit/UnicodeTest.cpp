@@ -52,7 +52,7 @@ TEST(Unicode, Utf16PairsAreWrittenInFullAndReadWithALogicalOr) {
   UTF32 c = 0;
   EXPECT_EQ(UTF16_decode(units, c), units + 2);
   EXPECT_EQ(c, 0x10001U);
-  const UTF16 lowestPairAndHalf[] = {0xD800, 0xDC00, 0xDFFF};
+  const UTF16 lowestPairAndHalf[] = {0xD800, 0xDC00, 0xDFFF, 0};  // terminated, as texts are
   EXPECT_EQ(UTF16_decode(lowestPairAndHalf, c), lowestPairAndHalf + 2);
   EXPECT_EQ(c, 0x10000U);
   EXPECT_EQ(UTF16_decode(lowestPairAndHalf + 2, c), lowestPairAndHalf + 3);
