@@ -46,6 +46,20 @@ TEST_F(Messages, ReceiverMayGrowTheRegistryAndNewcomersMissTheRunningBroadcast) 
   EXPECT_EQ(trace, Lines{"1 got 1 from 0"});
 }
 
+TEST_F(Messages, MessagesNestTenDeepAndEachCallEndsAsItsOwnPlugin) {
+  for (const char* signature : {"a", "b"}) {
+    Record(AddPlugin(signature)).receiveMessage = [](VYRAPluginID from, int message, void*) {
+      const VYRAPluginID self = VYRAGetMyID();
+      EXPECT_EQ(from, message == 1 ? 0 : 3 - self);
+      if (message < 10) VYRASendMessageToPlugin(3 - self, message + 1, nullptr);
+      EXPECT_EQ(VYRAGetMyID(), self);
+      trace.push_back(std::to_string(message));
+    };
+  }
+  VYRASendMessageToPlugin(1, 1, nullptr);
+  EXPECT_EQ(trace, (Lines{"10", "9", "8", "7", "6", "5", "4", "3", "2", "1"}));
+}
+
 TEST_F(Messages, FeaturesAreFlagsOfTheCallingPlugin) {
   const VYRAPluginID one = AddPlugin("a");
   const VYRAPluginID other = AddPlugin("b");
