@@ -178,7 +178,8 @@ struct VYRAHostServices {
   /* 66: degrees; calls enumerator for each object found and returns how many there were. */
   int (*LookupObjects)(const char* path, float latitude, float longitude, VYRALibraryEnumerator_f enumerator,
                        void* refcon);
-  /* 67, 68: load and save one of the host's own data files; fileType is 1 or 2. */
+  /* 67, 68: load and save one of the host's own data files; fileType is 1 or 2. A path to load
+   * may be null. */
   int (*LoadDataFile)(int fileType, const char* path);
   int (*SaveDataFile)(int fileType, const char* path);
   /* 69: starts a load and completes it later, or at once: see VYRAObjectLoaded_f. */
@@ -321,7 +322,8 @@ VYRA_API int VYRAMenuItemEnabled(int menu, int position);
 VYRA_API void VYRAUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPath);
 
 /**
- * How many of `total` planes (the user's included) the host is to run. flag: 0 to let a plugin's limit count.
+ * How many of `total` planes (the user's included) the host is to run. flag: 0 to let a plugin's limit count;
+ * a limit below `total` is passed on as the plugin gave it, negative ones too.
  * Call it once before plugins may set models: it tells the library how many planes there are.
  */
 VYRA_API int VYRAGetNumberPlanesToHandle(int total, int flag);
