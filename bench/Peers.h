@@ -1,0 +1,40 @@
+// What a user would pick instead of the library. Each function returns an empty loop when vyra-bench was
+// built without that peer.
+#pragma once
+
+#include <VYRAProcessing.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Session.h"
+
+namespace bench {
+
+// SimGear's property tree, with properties tied to a getter and a setter. For int, float and double.
+template <class Value>
+Loop SimGearRead(Value (*getter)());
+template <class Value>
+Loop SimGearWrite(Value (*getter)(), void (*setter)(Value), Value value);
+
+// The same, tied to a variable: there is no owner's code to call.
+template <class Value>
+Loop SimGearReadVariable(Value* variable);
+
+// SimGear's look-up of a path, one per iteration, in the order of `asked`.
+Loop SimGearFind(const std::vector<std::string>& asked);
+
+// A signal with `size` slots, emitted once per iteration.
+Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback);
+Loop BoostSignalsPass(std::size_t size, VYRAFlightLoop_f callback);
+
+// GLib's modules: opens a module, finds its five callbacks and closes it, all of `modules` per iteration.
+Loop GModuleCycle(const std::vector<std::filesystem::path>& modules);
+
+// The callbacks that a module of a plugin exports.
+inline constexpr const char* kModuleCallbacks[] = {"VyPluginStart", "VyPluginStop", "VyPluginEnable",
+                                                   "VyPluginDisable", "VyPluginReceiveMessage"};
+
+}  // namespace bench

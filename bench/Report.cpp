@@ -1,0 +1,113 @@
+#include "Report.h"
+
+#include <fmt/format.h>
+#include <sys/utsname.h>
+
+#include <chrono>
+#include <ctime>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <thread>
+
+namespace bench {
+
+namespace {
+
+std::string ProcessorName() {
+  std::ifstream info("/proc/cpuinfo");
+  for (std::string line; std::getline(info, line);) {
+    if (line.starts_with("model name")) return line.substr(line.find(':') + 2);
+  }
+  return "unknown";
+}
+
+std::string SystemName() {
+  struct utsname name = {};
+  uname(&name);
+  std::ifstream release("/etc/os-release");
+  for (std::string line; std::getline(release, line);) {
+    if (!line.starts_with("PRETTY_NAME=")) continue;
+    return fmt::format("{}, {} {}", line.substr(13, line.size() - 14), name.sysname, name.release);
+  }
+  return fmt::format("{} {}", name.sysname, name.release);
+}
+
+std::string Today() {
+  const std::time_t now = std::time(nullptr);
+  std::array<char, 16> text{};
+  std::strftime(text.data(), text.size(), "%Y-%m-%d", std::gmtime(&now));
+  return text.data();
+}
+
+// Times below a microsecond in nanoseconds, and so on up.
+std::string Amount(double value, const std::string& unit) {
+  if (unit != "ns") return fmt::format("{:.0f} {}", value, unit);
+  if (value < 1e3) return fmt::format("{:.2f} ns", value);
+  return value < 1e6 ? fmt::format("{:.1f} us", value / 1e3) : fmt::format("{:.1f} ms", value / 1e6);
+}
+
+std::string Yardstick(const Target& target) {
+  if (target.against.empty()) return "bound";
+  return target.otherSize != 0 ? fmt::format("the same among {}", target.otherSize) : target.against;
+}
+
+}  // namespace
+
+Machine DescribeMachine() {
+  return {{"date", Today()},
+          {"processor", fmt::format("{}, {} cores", ProcessorName(), std::thread::hardware_concurrency())},
+          {"system", SystemName()},
+          {"compiler", BENCH_COMPILER},
+          {"library", BENCH_LIBRARY}};
+}
+
+std::string MakeTable(const Machine& machine, const std::vector<Verdict>& verdicts) {
+  std::string table;
+  for (const auto& [name, text] : machine) table += fmt::format("- {}: {}\n", name, text);
+  table += "\n| work | VYRA | held against | | ratio | at most | reached |\n|---|--:|---|--:|--:|--:|---|\n";
+  for (const Verdict& verdict : verdicts) {
+    table += fmt::format("| {} | {} | {} | {} | {:.2f} | {:g} | {} |\n", verdict.target.work,
+                         Amount(verdict.cost, verdict.unit), Yardstick(verdict.target),
+                         Amount(verdict.yardstick, verdict.unit), verdict.ratio,
+                         verdict.target.against.empty() ? 1 : verdict.target.bound,
+                         verdict.reached ? "yes" : "**no**");
+  }
+  return table;
+}
+
+void WriteText(const std::string& path, const std::string& text) {
+  std::ofstream file(path);
+  file << text;
+  file.close();
+  if (!file) throw std::runtime_error("cannot write " + path);
+}
+
+void WriteJson(const std::string& path, const Machine& machine, const Session& session,
+               const std::vector<Verdict>& verdicts) {
+  nlohmann::ordered_json document;
+  for (const auto& [name, text] : machine) document["machine"][name] = text;
+  document["results"] = nlohmann::json::array();
+  for (const Result& result : session.Results()) {
+    document["results"].push_back({{"measure", result.measure},
+                                   {"size", result.size},
+                                   {"contender", result.contender},
+                                   {"unit", result.unit},
+                                   {"median", result.Median()},
+                                   {"repetitions", result.values}});
+  }
+  document["table"] = nlohmann::json::array();
+  for (const Verdict& verdict : verdicts) {
+    document["table"].push_back({{"work", verdict.target.work},
+                                 {"against", Yardstick(verdict.target)},
+                                 {"cost", verdict.cost},
+                                 {"yardstick", verdict.yardstick},
+                                 {"unit", verdict.unit},
+                                 {"ratio", verdict.ratio},
+                                 {"bound", verdict.target.against.empty() ? 1 : verdict.target.bound},
+                                 {"reached", verdict.reached}});
+  }
+  WriteText(path, document.dump(2) + "\n");
+}
+
+}  // namespace bench

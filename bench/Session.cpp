@@ -1,0 +1,103 @@
+#include "Session.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace bench {
+
+namespace {
+
+// Takes the times of one round from Google Benchmark, whose own table is not printed.
+class Collector : public benchmark::BenchmarkReporter {
+ public:
+  struct Time {
+    double nanosecondsPerIteration = 0;
+    benchmark::IterationCount iterations = 0;
+  };
+
+  bool ReportContext(const Context& /*context*/) override { return true; }
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      times.push_back({run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9, run.iterations});
+    }
+  }
+
+  std::vector<Time> times;
+};
+
+std::vector<Collector::Time> RunRound(const std::vector<Contender>& contenders, const SessionOptions& options,
+                                      const std::vector<Collector::Time>& previous) {
+  benchmark::ClearRegisteredBenchmarks();
+  for (std::size_t i = 0; i < contenders.size(); ++i) {
+    auto* registered = benchmark::RegisterBenchmark(contenders[i].name.c_str(), contenders[i].loop);
+    // How often to iterate is found out once; later rounds do the same again.
+    if (previous.empty()) {
+      registered->MinTime(options.secondsPerRun);
+    } else {
+      registered->Iterations(previous[i].iterations);
+    }
+  }
+  Collector collector;
+  benchmark::RunSpecifiedBenchmarks(&collector);
+  return collector.times;
+}
+
+}  // namespace
+
+double Median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  const std::size_t middle = values.size() / 2;
+  std::sort(values.begin(), values.end());
+  return values.size() % 2 != 0 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+double Result::Median() const { return bench::Median(values); }
+
+double MedianRatio(const Result& above, const Result& below) {
+  std::vector<double> ratios;
+  for (std::size_t i = 0; i < above.values.size(); ++i) ratios.push_back(above.values[i] / below.values[i]);
+  return Median(std::move(ratios));
+}
+
+void Session::Compare(const std::string& measure, std::size_t size, std::size_t units,
+                      const std::vector<Contender>& contenders) {
+  std::vector<Contender> present;
+  std::copy_if(contenders.begin(), contenders.end(), std::back_inserter(present),
+               [](const Contender& contender) { return static_cast<bool>(contender.loop); });
+  const std::size_t first = results.size();
+  for (const Contender& contender : present) results.push_back({measure, size, contender.name, "ns", {}});
+
+  std::vector<Collector::Time> times;
+  for (int repetition = 0; repetition < options.repetitions; ++repetition) {
+    times = RunRound(present, options, times);
+    for (std::size_t i = 0; i < present.size(); ++i) {
+      results[first + i].values.push_back(times[i].nanosecondsPerIteration / static_cast<double>(units));
+    }
+  }
+
+  fmt::print("  {}{}:", measure, size != 0 ? fmt::format(" ({})", size) : "");
+  for (std::size_t i = first; i < results.size(); ++i) {
+    fmt::print("{} {} {:.2f} ns", i == first ? "" : ",", results[i].contender, results[i].Median());
+  }
+  fmt::print("\n");
+  std::fflush(stdout);
+}
+
+void Session::Keep(const std::string& measure, const std::string& contender, const std::string& unit,
+                   double value) {
+  results.push_back({measure, 0, contender, unit, {value}});
+  fmt::print("  {}: {} {:.1f} {}\n", measure, contender, value, unit);
+}
+
+const Result* Session::Find(const std::string& measure, std::size_t size,
+                            const std::string& contender) const {
+  const auto found = std::find_if(results.begin(), results.end(), [&](const Result& result) {
+    return result.measure == measure && result.size == size && result.contender == contender;
+  });
+  return found != results.end() ? &*found : nullptr;
+}
+
+}  // namespace bench
