@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "VYRAHostServices.h"
@@ -31,14 +32,15 @@ bool Contains(std::string_view name, std::string_view part) {
 void LogFetching(const std::string& folder) { VYRALog("Fetching plugins for ", folder, "\n\n"); }
 
 void RegisterHost() {
-  PluginRecord& host = gAllPlugins.emplace_back();
+  PluginRecord host;
   host.name = "Skyvora";
   // Kept: the host's signature stands in its path and its own signature is empty. Plugins find the host
   // by this path, and an empty signature counts as taken.
   host.path = "brelund.skyvora.skyvora";
   host.description = "Skyvora flight simulator";
   host.receiveMessage = gHooks->HostReceiveMessage;
-  host.enabled = true;
+  VYRARegistryAppend(std::move(host));
+  VYRARegistrySetEnabled(VYRA_HOST_PLUGIN, true);
 }
 
 void LoadLooseModules(const std::string& folder, const std::vector<std::string>& names) {

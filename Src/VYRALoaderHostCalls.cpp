@@ -14,11 +14,14 @@ struct WaitingModule {
   VYRAPluginID plugin;  // VYRA_NO_PLUGIN: nothing more can come from it
 };
 
-StHostCall::State gHostCall;
+const StHostCall* gHostCall = nullptr;  // the innermost that runs
 std::vector<WaitingModule> gWaitingModules;
 
 // An exception on its way to the host may have been thrown by a plugin, and point into its module.
-bool ExceptionIsOnItsWay() { return std::uncaught_exceptions() > gHostCall.exceptions; }
+bool ExceptionIsOnItsWay() {
+  const int before = gHostCall != nullptr ? gHostCall->ExceptionsBefore() : 0;
+  return std::uncaught_exceptions() > before;
+}
 
 void CloseWaitingModules() {
   while (!gWaitingModules.empty()) {
@@ -31,26 +34,29 @@ void CloseWaitingModules() {
 
 }  // namespace
 
-StHostCall::StHostCall() : savedPlugin(gDispatchedPlugin), savedState(gHostCall) {
-  const bool nested = gHostCall.running || gDispatchDepth > 0;
-  gHostCall = {.running = true, .nested = nested, .exceptions = std::uncaught_exceptions()};
+StHostCall::StHostCall()
+    : outer(gHostCall),
+      savedPlugin(gDispatchedPlugin),
+      nested(outer != nullptr || gDispatchDepth > 0),
+      exceptions(std::uncaught_exceptions()) {
+  gHostCall = this;
   if (!nested) CloseWaitingModules();
 }
 
 StHostCall::~StHostCall() noexcept(false) {
-  const bool mayClose = !gHostCall.nested && !ExceptionIsOnItsWay();
+  const bool mayClose = !nested && !gWaitingModules.empty() && !ExceptionIsOnItsWay();
   gDispatchedPlugin = savedPlugin;
-  gHostCall = savedState;
+  gHostCall = outer;
   if (mayClose) CloseWaitingModules();
 }
 
-bool VYRALoaderIsNested() { return gHostCall.nested; }
+bool VYRALoaderIsNested() { return gHostCall != nullptr && gHostCall->IsNested(); }
 
 bool VYRALoaderHasWaitingModules() { return !gWaitingModules.empty(); }
 
 void VYRALoaderCloseModule(void* moduleHandle, VYRAPluginID plugin) {
   if (moduleHandle == nullptr) return;
-  if (gHostCall.nested || ExceptionIsOnItsWay()) {
+  if (VYRALoaderIsNested() || ExceptionIsOnItsWay()) {
     gWaitingModules.push_back({moduleHandle, plugin});
   } else {
     VYRAUnloadDLL(moduleHandle);

@@ -14,15 +14,16 @@ class StHostCall {
   StHostCall(const StHostCall&) = delete;
   StHostCall& operator=(const StHostCall&) = delete;
 
-  struct State {
-    bool running = false;
-    bool nested = false;
-    int exceptions = 0;  // on their way up the stack when the call began
-  };
+  bool IsNested() const { return nested; }
+
+  // The exceptions that were on their way up the stack when the call began.
+  int ExceptionsBefore() const { return exceptions; }
 
  private:
+  const StHostCall* outer;
   VYRAPluginID savedPlugin;
-  State savedState;
+  bool nested;
+  int exceptions;
 };
 
 // Whether the running host call came from inside a plugin's code, so that the code of an unloaded plugin

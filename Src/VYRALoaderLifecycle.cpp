@@ -40,7 +40,7 @@ class StStop {
  public:
   explicit StStop(VYRAPluginID plugin) : id(plugin) { VYRARegistryRecord(id).stopped = true; }
   ~StStop() {
-    if (VYRARegistryHolds(id)) VYRARegistryRecord(id).enabled = false;
+    if (VYRARegistryHolds(id)) VYRARegistrySetEnabled(id, false);
   }
   StStop(const StStop&) = delete;
   StStop& operator=(const StStop&) = delete;
@@ -60,13 +60,14 @@ void CallStop(VYRAPluginID plugin) {
 
 // Empties a record of everything that points into its module or names it as loaded. The name and the
 // description stay, so that a log line can still say who was there.
-void* ForgetModule(PluginRecord& record) {
+void* ForgetModule(VYRAPluginID plugin) {
+  VYRARegistrySetEnabled(plugin, false);
+  PluginRecord& record = VYRARegistryRecord(plugin);
   record.stop = nullptr;
   record.enable = nullptr;
   record.disable = nullptr;
   record.receiveMessage = nullptr;
   record.error = nullptr;
-  record.enabled = false;
   record.path.clear();
   record.signature.clear();
   return std::exchange(record.moduleHandle, nullptr);
@@ -80,7 +81,7 @@ int VYRAEnablePlugin(VYRAPluginID plugin) {
     if (VYRARegistryRecord(plugin).inTransition || VYRARegistryRecord(plugin).stopped) return 0;
     const bool accepted = CallEnable(plugin) != 0;
     if (!VYRARegistryIsLoaded(plugin)) return 0;
-    VYRARegistryRecord(plugin).enabled = accepted;
+    VYRARegistrySetEnabled(plugin, accepted);
   }
   VYRADeliverWaiting(plugin);
   return VYRAIsPluginEnabled(plugin);
@@ -94,7 +95,7 @@ void VYRADisablePlugin(VYRAPluginID plugin) {
     VYRALoaderRunDisableHooks(plugin);
   }
   if (!VYRARegistryIsEnabled(plugin)) return;
-  VYRARegistryRecord(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   const auto disable = VYRARegistryRecord(plugin).disable;
   if (disable == nullptr) return;
   const StDispatchCallback dispatch(plugin);
@@ -134,15 +135,15 @@ void* VYRALoaderRemovePlugin(VYRAPluginID plugin, bool owesStop) {
   if (!VYRARegistryHolds(plugin)) return nullptr;
   // Not enabled from here on, so that no hook calls into the plugin again; and the stop callback may have
   // asked for more deliveries.
-  VYRARegistryRecord(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   VYRASettleDeliveries(plugin);
   VYRALoaderRunCleanupHooks(plugin);
-  return VYRARegistryHolds(plugin) ? ForgetModule(VYRARegistryRecord(plugin)) : nullptr;
+  return VYRARegistryHolds(plugin) ? ForgetModule(plugin) : nullptr;
 }
 
 void VYRALoaderDropLastRecord(VYRAPluginID plugin) {
   if (plugin != VYRACountPlugins() - 1 || VYRARegistryIsLoaded(plugin)) return;
-  gAllPlugins.pop_back();
+  VYRARegistryDropLast();
 }
 
 void VYRAUnloadPlugins() {
@@ -150,7 +151,7 @@ void VYRAUnloadPlugins() {
     UnloadOnePlugin(plugin);
   }
   VYRASettleDeliveries(VYRA_HOST_PLUGIN);
-  gAllPlugins.clear();
+  VYRARegistryClear();
   gCurrentAircraftPluginIDS.clear();
 }
 

@@ -47,7 +47,7 @@ class StStartingPlugin {
  public:
   explicit StStartingPlugin(PluginRecord record) : plugin(VYRACountPlugins()), module(record.moduleHandle) {
     VYRASetDispatchedPlugin(plugin);
-    gAllPlugins.push_back(std::move(record));
+    VYRARegistryAppend(std::move(record));
   }
   ~StStartingPlugin() {
     VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);

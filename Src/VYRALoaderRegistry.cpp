@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "VYRALoaderPaths.h"
 #include "VYRAStrings.h"
 
 std::vector<PluginRecord> gAllPlugins;
+std::vector<unsigned char> gCallable(1, 1);
 VYRAPluginID gDispatchedPlugin = VYRA_HOST_PLUGIN;
 int gDispatchDepth = 0;
 
@@ -28,6 +30,23 @@ VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin) {
 }
 
 VYRAPluginID VYRAGetDispatchedPlugin() { return gDispatchedPlugin; }
+
+PluginRecord& VYRARegistryAppend(PluginRecord record) {
+  gAllPlugins.push_back(std::move(record));
+  gCallable.resize(gAllPlugins.size());
+  VYRARegistrySetEnabled(VYRACountPlugins() - 1, false);
+  return gAllPlugins.back();
+}
+
+void VYRARegistryDropLast() {
+  gAllPlugins.pop_back();
+  gCallable.pop_back();
+}
+
+void VYRARegistryClear() {
+  gAllPlugins.clear();
+  gCallable.assign(1, 1);
+}
 
 VYRAPluginID VYRAGetMyID(void) { return gDispatchedPlugin; }
 

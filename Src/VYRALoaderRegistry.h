@@ -27,7 +27,6 @@ struct PluginRecord {
   void (*disable)() = nullptr;
   void (*receiveMessage)(VYRAPluginID fromPlugin, int message, void* param) = nullptr;
   VYRAError_f error = nullptr;
-  bool enabled = false;
   int features[kFeatureCount] = {};
   VYRADeliveryHead pending;   // queued for this plugin, work not finished
   VYRADeliveryHead waiting;   // finished, waiting until the plugin is enabled
@@ -35,17 +34,27 @@ struct PluginRecord {
   bool stopped = false;       // its stop callback was called: it is on its way out for good
 };
 
-// The registry: a plugin's ID is its index, and the host is 0.
+// The registry: a plugin's ID is its index, and the host is 0. It grows and shrinks through the functions
+// below alone.
 extern std::vector<PluginRecord> gAllPlugins;
 
+// Whose code may be called, by ID: that of enabled plugins, and the host's even before it has a record. It
+// stands beside the records because every call into a plugin asks.
+[[gnu::visibility("hidden")]] extern std::vector<unsigned char> gCallable;
+
 // The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
-extern VYRAPluginID gDispatchedPlugin;
+[[gnu::visibility("hidden")]] extern VYRAPluginID gDispatchedPlugin;
 
 // How many calls into plugins and the host are on the stack.
-extern int gDispatchDepth;
+[[gnu::visibility("hidden")]] extern int gDispatchDepth;
 
 VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin);
 VYRAPluginID VYRAGetDispatchedPlugin();
+
+// Adds a plugin, which is not enabled yet, under the next ID.
+PluginRecord& VYRARegistryAppend(PluginRecord record);
+void VYRARegistryDropLast();
+void VYRARegistryClear();
 
 inline bool VYRARegistryHolds(VYRAPluginID plugin) {
   return static_cast<std::size_t>(plugin) < gAllPlugins.size();
@@ -55,8 +64,17 @@ inline PluginRecord& VYRARegistryRecord(VYRAPluginID plugin) {
   return gAllPlugins[static_cast<std::size_t>(plugin)];
 }
 
+inline bool VYRARegistryMayCall(VYRAPluginID plugin) {
+  const auto index = static_cast<std::size_t>(plugin);
+  return index < gCallable.size() && gCallable[index] != 0;
+}
+
 inline bool VYRARegistryIsEnabled(VYRAPluginID plugin) {
-  return VYRARegistryHolds(plugin) && VYRARegistryRecord(plugin).enabled;
+  return VYRARegistryHolds(plugin) && VYRARegistryMayCall(plugin);
+}
+
+inline void VYRARegistrySetEnabled(VYRAPluginID plugin, bool enabled) {
+  gCallable[static_cast<std::size_t>(plugin)] = enabled ? 1 : 0;
 }
 
 // Whether this is a plugin (not the host) with an open module.
@@ -65,18 +83,17 @@ inline bool VYRARegistryIsLoaded(VYRAPluginID plugin) {
 }
 
 // A call into a plugin: makes it the dispatched plugin while the scope lasts, and says whether it may be
-// called. Before anything is loaded the host, and nobody else, may be.
+// called.
 class StDispatchCallback {
  public:
   explicit StDispatchCallback(VYRAPluginID plugin)
-      : savedPlugin(gDispatchedPlugin),
-        mayCall(VYRARegistryIsEnabled(plugin) || (plugin == VYRA_HOST_PLUGIN && gAllPlugins.empty())) {
+      : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth), mayCall(VYRARegistryMayCall(plugin)) {
     gDispatchedPlugin = plugin;
-    ++gDispatchDepth;
+    gDispatchDepth = savedDepth + 1;
   }
   ~StDispatchCallback() {
     gDispatchedPlugin = savedPlugin;
-    --gDispatchDepth;
+    gDispatchDepth = savedDepth;
   }
   StDispatchCallback(const StDispatchCallback&) = delete;
   StDispatchCallback& operator=(const StDispatchCallback&) = delete;
@@ -85,5 +102,6 @@ class StDispatchCallback {
 
  private:
   VYRAPluginID savedPlugin;
+  int savedDepth;
   bool mayCall;
 };

@@ -213,10 +213,8 @@ class VYRAResourceWalk {
 
   // The next record, dead ones included, or null at the end.
   T* Next() {
-    do {
-      record = displaced ? resume : Successor(record);
-      displaced = false;
-    } while (record != nullptr && !passOver.empty() && Contains(passOver, record));
+    if (displaced || !passOver.empty()) [[unlikely]] return NextByDetour();
+    record = Successor(record);
     if (record == nullptr) TakeLater();
     return record;
   }
@@ -235,6 +233,16 @@ class VYRAResourceWalk {
   }
 
   T* Successor(const T* item) const { return order == Order::forward ? item->get_next() : item->get_prev(); }
+
+  // Next, after the list was changed under the walk.
+  T* NextByDetour() {
+    do {
+      record = displaced ? resume : Successor(record);
+      displaced = false;
+    } while (record != nullptr && Contains(passOver, record));
+    if (record == nullptr) TakeLater();
+    return record;
+  }
 
   // At the end of the chain come the records that were moved to where this walk had been already.
   void TakeLater() {

@@ -77,7 +77,7 @@ void Receive(VYRAPluginID, int, void*) { Nested(); }
 
 void AddPlugin() {
   if (VYRACountPlugins() >= kMostPlugins) return;
-  PluginRecord& record = gAllPlugins.emplace_back();
+  PluginRecord& record = VYRARegistryAppend({});
   record.moduleHandle = dlopen(nullptr, RTLD_NOW);
   record.enable = Enable;
   record.disable = Disable;
@@ -231,7 +231,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   gHooks = &gHost.services;
   gHost.calls.clear();
   gHost.log.clear();
-  gAllPlugins.emplace_back().enabled = true;
+  VYRARegistryAppend({});
+  VYRARegistrySetEnabled(VYRA_HOST_PLUGIN, true);
   while (gLeft > 0) Act();
   VYRADisableAllPlugins();
   VYRAUnloadPlugins();

@@ -85,9 +85,9 @@ TEST_F(Camera, NullControlAndARefusedControllerEndControl) {
   RunAs(plugin, [] { VYRAControlCamera(1, nullptr, nullptr); });
   VYRAReleaseCamera();
   RunAs(plugin, [] { VYRAControlCamera(1, Control, nullptr); });
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   EXPECT_EQ(Frame(), kUntouched);
-  Record(plugin).enabled = true;
+  VYRARegistrySetEnabled(plugin, true);
   EXPECT_EQ(Frame(), kUntouched);
   EXPECT_EQ(trace, Lines());
   VYRAReadCameraPosition(nullptr);

@@ -82,7 +82,7 @@ TEST_F(Commands, NewestHandlerIsFirstBeforeTheHostAndLastAfterItUntilOneStopsThe
   EXPECT_EQ(VYRADispatchCommandHook(kGear, 1, 0, 1) + VYRADispatchCommandHook(kGear, 0, 0, 0), 2);
   EXPECT_EQ(VYRADispatchCommandHook(kGear, 1, 1, 2), 1) << "pressed and released at once is an end";
   EXPECT_EQ(trace, (Lines{"b0 as 2", "a0 as 1", "a1 as 1", "b1 as 2", "b2 as 2", "a2 as 1"}));
-  Record(1).enabled = false;
+  VYRARegistrySetEnabled(1, false);
   EXPECT_EQ(Pass(0), "b");
   Handler stops{'s', nullptr, 0};
   Add(stops, 1);
@@ -142,13 +142,13 @@ TEST_F(Commands, HeldCommandsAreContinuedInOrderWhileTheirPluginIsEnabledAndEnde
   });
   EXPECT_EQ(Told("CommandBegin") + Told("CommandEnd"), "(5)(9)(5)(3)(5)(3)(4)(3)(4)");
   EXPECT_EQ(Repeat(), "(5)(9)(3)(5)");
-  Record(1).enabled = false;
+  VYRARegistrySetEnabled(1, false);
   EXPECT_EQ(Repeat(), "(5)(3)(5)");
   RunAs(1, [] { VYRACommandEnd(Ref(3)); });
   EXPECT_EQ(Told("CommandEnd"), "(3)") << "held or not";
   VYRACommandCleanupHook(2);
   EXPECT_EQ(Told("CommandEnd"), "(3)(3)(5)");
-  Record(1).enabled = true;
+  VYRARegistrySetEnabled(1, true);
   EXPECT_EQ(Repeat(), "(5)(9)") << "also the host's own";
   RunAs(1, [] { VYRACommandEnd(Ref(9)); });
   EXPECT_EQ(Repeat(), "(5)");

@@ -31,7 +31,7 @@ TEST_F(DataAccess, AccessorsRunAsTheirOwnerWhileItIsEnabled) {
     VYRASetDatai(dataRef, 3);
   });
   EXPECT_EQ(VYRAGetDataRefTypes(dataRef), VYRA_TYPE_INT | VYRA_TYPE_FLOAT);
-  Record(owner).enabled = false;
+  VYRARegistrySetEnabled(owner, false);
   EXPECT_EQ(VYRAGetDatai(dataRef), 0);
   EXPECT_EQ(trace.size(), 1U);
 }

@@ -83,7 +83,7 @@ TEST_F(Deliveries, ListsSurviveTheGrowthOfTheRegistry) {
     const VYRAPluginID plugin = AddPlugin("a");
     queued.push_back(Queue(plugin, 'x'));
     queued.push_back(Queue(plugin, 'y'));
-    Record(plugin).enabled = i % 2 == 0;
+    VYRARegistrySetEnabled(plugin, i % 2 == 0);
   }
   for (Delivery* delivery : queued) VYRASendDelivery(delivery);
   EXPECT_EQ(trace.size(), std::size_t{kPlugins});

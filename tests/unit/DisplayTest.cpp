@@ -86,7 +86,7 @@ TEST_F(Display, ReflectionsAreDrawnByThoseWhoAskedForThem) {
   RunAs(plugin, [] { VYRAEnableFeature(VYRA_FEATURE_WANTS_REFLECTIONS, 1); });
   VYRADisplayDoDrawingHook(3, 1);
   EXPECT_EQ(Traced(), "a ");
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   EXPECT_EQ(VYRADisplayDoDrawingHook(3, 0), 1);
   EXPECT_EQ(Traced(), "");
 }

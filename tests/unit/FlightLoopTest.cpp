@@ -90,9 +90,9 @@ TEST_F(FlightLoops, NewestIsCalledFirstAndNamesReachAllOrTheNewest) {
 TEST_F(FlightLoops, DisabledOwnerKeepsItsScheduleAndIsCalledLater) {
   const VYRAPluginID plugin = AddPlugin("a");
   RunAs(plugin, [&] { Start(a, 2); });
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   EXPECT_EQ(Pass(3), "");
-  Record(plugin).enabled = true;
+  VYRARegistrySetEnabled(plugin, true);
   EXPECT_EQ(Pass(4), "a");
   EXPECT_EQ(lastSinceLastCall, 4);
 }

@@ -45,7 +45,7 @@ TEST_F(Lifecycle, HostAndUnknownPluginsAreNeitherEnabledNorDisabled) {
 
 TEST_F(Lifecycle, RefusalLeavesAPluginDisabledAndIsAskedAgain) {
   const VYRAPluginID plugin = AddPlugin("a");
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   Record(plugin).enable = [] {
     trace.push_back("asked " + std::to_string(VYRAGetMyID()));
     return trace.size() < 2 ? 0 : 7;
@@ -59,7 +59,7 @@ TEST_F(Lifecycle, RefusalLeavesAPluginDisabledAndIsAskedAgain) {
 TEST_F(Lifecycle, PluginsThatEnableEachOtherWhileEnablingComeToAnEnd) {
   for (const char* signature : {"a", "b"}) {
     const VYRAPluginID plugin = AddPlugin(signature);
-    Record(plugin).enabled = false;
+    VYRARegistrySetEnabled(plugin, false);
     Record(plugin).enable = [] {
       const VYRAPluginID other = 3 - VYRAGetMyID();
       trace.push_back(std::to_string(VYRAGetMyID()) + " enables");
@@ -75,7 +75,7 @@ TEST_F(Lifecycle, PluginsThatEnableEachOtherWhileEnablingComeToAnEnd) {
 
 TEST_F(Lifecycle, RegistryMayGrowWhileAPluginIsEnabledOrDisabled) {
   const VYRAPluginID plugin = AddPlugin("a");
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   Record(plugin).enable = [] {
     for (int i = 0; i < 40; ++i) AddPlugin("more");
     return 1;
@@ -112,7 +112,7 @@ TEST_F(Lifecycle, UnloadedPluginIsNeverCalledFoundOrEnabledAgain) {
 
 TEST_F(Lifecycle, StopThatEnablesItselfAndRegistersThingsLeavesNothingBehind) {
   const VYRAPluginID plugin = AddPlugin("a");
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   Record(plugin).stop = [] {
     trace.emplace_back("stop");
     EXPECT_EQ(VYRAEnablePlugin(VYRAGetMyID()), 0);

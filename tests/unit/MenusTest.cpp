@@ -95,7 +95,7 @@ TEST_F(Menus, PickReachesTheMenusHandlerAsItsCreatorWhileBothAreEnabled) {
     EXPECT_EQ(PickLatest(), 0);
     EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), enabled);
   }
-  Record(1).enabled = false;
+  VYRARegistrySetEnabled(1, false);
   EXPECT_EQ(PickLatest(), 0);
   EXPECT_EQ(VYRAHandleMenuItemEnable(101, 0), 0);
   EXPECT_EQ(VYRAHandleMenuItemPick(1000), 0) << "in the menu Plugins, which has no handler";

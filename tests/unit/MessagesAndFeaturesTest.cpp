@@ -23,7 +23,7 @@ class Messages : public PluginFixture {
 
 TEST_F(Messages, BroadcastReachesTheHostFirstThenEveryEnabledPluginAndTheSender) {
   const VYRAPluginID sender = AddReceiver("a");
-  Record(AddReceiver("b")).enabled = false;
+  VYRARegistrySetEnabled(AddReceiver("b"), false);
   AddReceiver("c");
   RunAs(sender, [] { VYRASendMessageToPlugin(-1, 500, nullptr); });
   EXPECT_EQ(gHost.CallsOf("HostReceiveMessage"), Lines{"HostReceiveMessage(1,500)"});

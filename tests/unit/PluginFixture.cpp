@@ -8,23 +8,23 @@
 
 PluginFixture::PluginFixture() {
   gHooks = &gHost.services;
-  PluginRecord& host = gAllPlugins.emplace_back();
+  PluginRecord& host = VYRARegistryAppend({});
   host.path = "brelund.skyvora.skyvora";
   host.receiveMessage = gHost.services.HostReceiveMessage;
-  host.enabled = true;
+  VYRARegistrySetEnabled(VYRA_HOST_PLUGIN, true);
 }
 
 PluginFixture::~PluginFixture() { VYRAUnloadPlugins(); }
 
 VYRAPluginID PluginFixture::AddPlugin(const std::string& signature) {
-  PluginRecord& record = gAllPlugins.emplace_back();
+  PluginRecord& record = VYRARegistryAppend({});
   record.moduleHandle = dlopen(nullptr, RTLD_NOW);
   record.name = "The " + signature;
   record.signature = signature;
-  record.enabled = true;
   record.error = [](const char* message) {
     errors.push_back(std::to_string(gDispatchedPlugin) + ": " + message);
   };
+  VYRARegistrySetEnabled(VYRACountPlugins() - 1, true);
   return VYRACountPlugins() - 1;
 }
 

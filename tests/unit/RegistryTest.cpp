@@ -22,7 +22,7 @@ TEST(EmptyRegistry, OnlyTheHostMayBeCalled) {
 
 TEST_F(Registry, ScopeSwitchesThePluginEvenWhenItRefusesAndPutsItBack) {
   const VYRAPluginID plugin = AddPlugin("a");
-  Record(plugin).enabled = false;
+  VYRARegistrySetEnabled(plugin, false);
   {
     const StDispatchCallback outer(plugin);
     EXPECT_FALSE(outer());

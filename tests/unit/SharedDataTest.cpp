@@ -89,7 +89,7 @@ TEST_F(SharedData, EveryWriteTellsEverySubscriberInTurnAsItself) {
   for (const char* plugin : {"a", "b"}) AddPlugin(plugin);
   for (const VYRAPluginID plugin : {2, 1, 2}) RunAs(plugin, [&] { Share(plugin == 1 ? "y" : "x"); });
   EXPECT_EQ(RunAs(1, Write), (Lines{"x2", "y1", "x2"}));
-  Record(2).enabled = false;
+  VYRARegistrySetEnabled(2, false);
   EXPECT_EQ(Write(), Lines{"y1"});
 }
 
