@@ -22,8 +22,16 @@
 #define VYRA_END_DECLARATIONS
 #endif
 
-/* Marks a function of libVYRA.so.2. */
+/* Marks a function of libVYRA.so.2. Where the compiler can, a call of it goes straight to the address that
+ * the loader filled in, without the usual detour through a jump in the caller's own module. */
+#ifdef __has_attribute
+#if __has_attribute(noplt)
+#define VYRA_API __attribute__((visibility("default"), noplt))
+#endif
+#endif
+#ifndef VYRA_API
 #define VYRA_API __attribute__((visibility("default")))
+#endif
 
 /* Marks the five functions that a plugin module exports, so that they stay visible in a module that is
  * built with hidden visibility, and keep their plain names when it is written in C++. */
