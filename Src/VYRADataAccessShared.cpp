@@ -44,12 +44,11 @@ void Leave(Item& item, std::vector<Subscriber>::iterator leaver) {
 // use a write of the same value as a signal.
 void Notify(Item& item) {
   const StNotifying notifying(item);
+  const StDispatchWalk dispatch;
   const std::size_t count = item.subscribers.size();  // those that join meanwhile hear of the next write
   for (std::size_t i = 0; i < count; ++i) {
     const Subscriber subscriber = item.subscribers[i];
-    if (subscriber.callback == nullptr) continue;
-    const StDispatchCallback dispatch(subscriber.plugin);
-    if (dispatch()) subscriber.callback(subscriber.refcon);
+    if (subscriber.callback != nullptr && dispatch(subscriber.plugin)) subscriber.callback(subscriber.refcon);
   }
 }
 

@@ -28,13 +28,13 @@ bool WantsPass(const VYRADrawCallbackRecord& record, int isReflection) {
 
 int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
   int result = 1;
+  const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRADrawCallbackRecord> walk(gDrawCallbacks);
   while (const VYRADrawCallbackRecord* record = walk.Next()) {
     if (record->phase != phase || record->wantsBefore != isBefore || record->is_dead()) continue;
     if (record->callback == nullptr || !WantsPass(*record, isReflection)) continue;
-    const StDispatchCallback dispatch(record->plugin);
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
-    if (dispatch()) result &= record->callback(phase, isBefore, record->refcon);
+    if (dispatch(record->plugin)) result &= record->callback(phase, isBefore, record->refcon);
   }
   return result;
 }

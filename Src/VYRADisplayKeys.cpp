@@ -33,13 +33,13 @@ struct Key {
 // next registration, unregistration or cleanup; and only the sniffers before the windows are asked whether
 // they are dead.
 bool SnifferConsumes(const Key& pressed, bool beforeWindows) {
+  const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRAKeyCallbackRecord> walk(gKeyCallbacks);
   walk.LeaveOpen();
   while (const VYRAKeyCallbackRecord* record = walk.Next()) {
     if ((record->beforeWindows != 0) != beforeWindows || (beforeWindows && record->is_dead())) continue;
     if (record->callback == nullptr) continue;
-    const StDispatchCallback dispatch(record->plugin);
-    if (!dispatch()) continue;
+    if (!dispatch(record->plugin)) continue;
     if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
   }
   return false;

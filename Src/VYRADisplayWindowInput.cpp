@@ -14,11 +14,11 @@ bool IsHit(const Window& window, int x, int y) {
 
 // A press goes down through the windows under the point until one takes it.
 int PressMouse(int x, int y) {
+  const StDispatchWalk dispatch;
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->handleMouseClick == nullptr) continue;
-    const StDispatchCallback dispatch(window->plugin);
-    if (!dispatch()) continue;
+    if (!dispatch(window->plugin)) continue;
     if (window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon) == 0) continue;
     // One that destroyed itself in the press has taken it, but cannot hold the mouse.
     if (walk.HoldsRecord() && !window->is_dead()) gDragWindow = window;
@@ -46,11 +46,11 @@ int MoveHeldMouse(int x, int y, int status) {
 // Asks the windows under a point, front to back, until one answers other than 0.
 template <class Callback, class... Rest>
 int AskWindowsAt(int x, int y, Callback Window::*callback, Rest... rest) {
+  const StDispatchWalk dispatch;
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->*callback == nullptr) continue;
-    const StDispatchCallback dispatch(window->plugin);
-    if (!dispatch()) continue;
+    if (!dispatch(window->plugin)) continue;
     const int answer = (window->*callback)(window, x, y, rest..., window->refcon);
     if (answer != 0) return answer;
   }
@@ -60,11 +60,11 @@ int AskWindowsAt(int x, int y, Callback Window::*callback, Rest... rest) {
 }  // namespace
 
 void VYRADisplayDrawWindows() {
+  const StDispatchWalk dispatch;
   Walk walk(gWindows, Walk::Order::reverse);
   while (Window* window = walk.Next()) {
     if (window->is_dead() || window->visible == 0 || window->draw == nullptr) continue;
-    const StDispatchCallback dispatch(window->plugin);
-    if (dispatch()) window->draw(window, window->refcon);
+    if (dispatch(window->plugin)) window->draw(window, window->refcon);
   }
 }
 

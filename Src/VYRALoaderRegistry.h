@@ -105,3 +105,31 @@ class StDispatchCallback {
   int savedDepth;
   bool mayCall;
 };
+
+// The calls of one walk into many plugins: what stands for them all is saved and restored once.
+//
+//   StDispatchWalk dispatch;
+//   while (Record* record = walk.Next())
+//     if (dispatch(record->plugin)) record->callback(record->refcon);
+class StDispatchWalk {
+ public:
+  StDispatchWalk() : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth) {
+    gDispatchDepth = savedDepth + 1;
+  }
+  ~StDispatchWalk() {
+    gDispatchedPlugin = savedPlugin;
+    gDispatchDepth = savedDepth;
+  }
+  StDispatchWalk(const StDispatchWalk&) = delete;
+  StDispatchWalk& operator=(const StDispatchWalk&) = delete;
+
+  // Makes a plugin the dispatched one, in place of the last, and says whether it may be called.
+  bool operator()(VYRAPluginID plugin) const {
+    gDispatchedPlugin = plugin;
+    return VYRARegistryMayCall(plugin);
+  }
+
+ private:
+  VYRAPluginID savedPlugin;
+  int savedDepth;
+};

@@ -123,11 +123,11 @@ void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval
 void VYRAProcessingRunPass(float now, int phase) {
   // Wraps around after years of passes rather than overflow.
   gLastCallNumber = static_cast<int>(static_cast<unsigned>(gLastCallNumber) + 1U);
+  const StDispatchWalk dispatch;
   VYRAResourceWalk walk(gFlightLoops);
   while (VYRAFlightLoopRecord* loop = walk.Next()) {
     if (loop->is_dead() || loop->phase != phase || !IsDue(*loop, now) || loop->callback == nullptr) continue;
-    const StDispatchCallback dispatch(loop->owner);
-    if (!dispatch()) continue;
+    if (!dispatch(loop->owner)) continue;
     const float interval =
         loop->callback(now - loop->lastCallTime, now - gLastCallTime, gLastCallNumber, loop->refcon);
     if (!walk.HoldsRecord()) continue;

@@ -213,7 +213,8 @@ class VYRAResourceWalk {
 
   // The next record, dead ones included, or null at the end.
   T* Next() {
-    if (displaced || !passOver.empty()) [[unlikely]] return NextByDetour();
+    if (displaced || !passOver.empty()) [[unlikely]]
+      return NextByDetour();
     record = Successor(record);
     if (record == nullptr) TakeLater();
     return record;

@@ -60,11 +60,11 @@ int PhaseOf(int isBegin, int isEnd) {
 
 int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
   const StPass pass;
+  const StDispatchWalk dispatch;
   const std::uint64_t newest = gRegistrations;
   for (const Handler* handler = first; handler != nullptr; handler = handler->next) {
     if (handler->callback == nullptr || handler->serial > newest) continue;
-    const StDispatchCallback dispatch(handler->plugin);
-    if (dispatch() && handler->callback(command, phase, handler->refcon) == 0) return 0;
+    if (dispatch(handler->plugin) && handler->callback(command, phase, handler->refcon) == 0) return 0;
   }
   return 1;
 }
