@@ -11,8 +11,7 @@ namespace {
 // may be called is asked before anything is saved for its sake, so that the way to the accessor is straight.
 template <class Result, class... Rest>
 Result Read(const VYRAData_t* record, Result (*VYRAData_t::*accessor)(void*, Rest...), Rest... rest) {
-  if (record == nullptr || record->*accessor == nullptr || !VYRARegistryMayCall(record->owner))
-    return Result{};
+  if (record == nullptr || record->*accessor == nullptr || gCallable[record->owner] == 0) return Result{};
   const StDispatchCallback dispatch(record->owner);
   return (record->*accessor)(record->readRefcon, rest...);
 }
@@ -20,7 +19,7 @@ Result Read(const VYRAData_t* record, Result (*VYRAData_t::*accessor)(void*, Res
 template <class... Rest>
 void Write(const VYRAData_t* record, void (*VYRAData_t::*accessor)(void*, Rest...), Rest... rest) {
   if (record == nullptr || record->writable == 0 || record->*accessor == nullptr) return;
-  if (!VYRARegistryMayCall(record->owner)) return;
+  if (gCallable[record->owner] == 0) return;
   const StDispatchCallback dispatch(record->owner);
   (record->*accessor)(record->writeRefcon, rest...);
 }

@@ -30,9 +30,12 @@ int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
   int result = 1;
   const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRADrawCallbackRecord> walk(gDrawCallbacks);
-  while (const VYRADrawCallbackRecord* record = walk.Next()) {
-    if (record->phase != phase || record->wantsBefore != isBefore || record->is_dead()) continue;
-    if (record->callback == nullptr || !WantsPass(*record, isReflection)) continue;
+  const auto isMeant = [&](const VYRADrawCallbackRecord& record) {
+    return record.phase == phase && record.wantsBefore == isBefore && !record.is_dead() &&
+           record.callback != nullptr && WantsPass(record, isReflection);
+  };
+  VYRADrawCallbackRecord* record = nullptr;
+  while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
     if (dispatch(record->plugin)) result &= record->callback(phase, isBefore, record->refcon);
   }

@@ -36,9 +36,12 @@ bool SnifferConsumes(const Key& pressed, bool beforeWindows) {
   const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRAKeyCallbackRecord> walk(gKeyCallbacks);
   walk.LeaveOpen();
-  while (const VYRAKeyCallbackRecord* record = walk.Next()) {
-    if ((record->beforeWindows != 0) != beforeWindows || (beforeWindows && record->is_dead())) continue;
-    if (record->callback == nullptr) continue;
+  const auto isMeant = [=](const VYRAKeyCallbackRecord& record) {
+    if ((record.beforeWindows != 0) != beforeWindows || record.callback == nullptr) return false;
+    return !beforeWindows || !record.is_dead();
+  };
+  VYRAKeyCallbackRecord* record = nullptr;
+  while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
     if (!dispatch(record->plugin)) continue;
     if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
   }

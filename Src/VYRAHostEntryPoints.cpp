@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 
 #include "VYRADataAccess.h"
 #include "VYRADisplayCameraControl.h"
@@ -64,9 +65,9 @@ int VYRADoFlightLoopProcessing(float now, int event) {
 
 int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, void* self) {
   if (systemPath == nullptr || services == nullptr || !gAllPlugins.empty()) return kHostInterfaceRevision;
-  const StHostCall call;
+  const StHostCall call(std::uncaught_exceptions());
   // A shutdown inside a plugin's code left modules open whose IDs must not be given out yet.
-  if (VYRALoaderHasWaitingModules()) return kHostInterfaceRevision;
+  if (!gWaitingModules.empty()) return kHostInterfaceRevision;
   gSelf = self;
   gHooks = services;
   VYRAInitMenus();
@@ -77,7 +78,7 @@ int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, vo
 }
 
 void VYRAShutdownPlugins(void) {
-  const StHostCall call;
+  const StHostCall call(std::uncaught_exceptions());
   VYRADisableAllPlugins();
   VYRAUnloadPlugins();
   gScheduleReload = false;
@@ -87,7 +88,7 @@ int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float
   // Nothing is loaded before the start, after the shutdown and in the middle of a reload, and without the
   // host's own record nothing may be.
   if (gAllPlugins.empty()) return 1;
-  const StHostCall call;
+  const StHostCall call(std::uncaught_exceptions());
   switch (event) {
     case VYRA_EVENT_FLIGHT_LOOPS_0:
       VYRADoRepeatedButtons();

@@ -1,21 +1,12 @@
 #include "VYRALoaderHostCalls.h"
 
-#include <exception>
-#include <vector>
-
 #include "VYRALoaderLifecycleHooks.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAModuleLoader.h"
 
-namespace {
-
-struct WaitingModule {
-  void* handle;
-  VYRAPluginID plugin;  // VYRA_NO_PLUGIN: nothing more can come from it
-};
-
-const StHostCall* gHostCall = nullptr;  // the innermost that runs
+const StHostCall* gHostCall = nullptr;
 std::vector<WaitingModule> gWaitingModules;
+
+namespace {
 
 // An exception on its way to the host may have been thrown by a plugin, and point into its module.
 bool ExceptionIsOnItsWay() {
@@ -23,7 +14,9 @@ bool ExceptionIsOnItsWay() {
   return std::uncaught_exceptions() > before;
 }
 
-void CloseWaitingModules() {
+}  // namespace
+
+void VYRALoaderCloseWaitingModules() {
   while (!gWaitingModules.empty()) {
     const WaitingModule module = gWaitingModules.back();
     gWaitingModules.pop_back();
@@ -32,27 +25,7 @@ void CloseWaitingModules() {
   }
 }
 
-}  // namespace
-
-StHostCall::StHostCall()
-    : outer(gHostCall),
-      savedPlugin(gDispatchedPlugin),
-      nested(outer != nullptr || gDispatchDepth > 0),
-      exceptions(std::uncaught_exceptions()) {
-  gHostCall = this;
-  if (!nested) CloseWaitingModules();
-}
-
-StHostCall::~StHostCall() noexcept(false) {
-  const bool mayClose = !nested && !gWaitingModules.empty() && !ExceptionIsOnItsWay();
-  gDispatchedPlugin = savedPlugin;
-  gHostCall = outer;
-  if (mayClose) CloseWaitingModules();
-}
-
 bool VYRALoaderIsNested() { return gHostCall != nullptr && gHostCall->IsNested(); }
-
-bool VYRALoaderHasWaitingModules() { return !gWaitingModules.empty(); }
 
 void VYRALoaderCloseModule(void* moduleHandle, VYRAPluginID plugin) {
   if (moduleHandle == nullptr) return;

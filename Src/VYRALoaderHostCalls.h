@@ -3,35 +3,67 @@
 // still registers must still be removed, until its code is off the stack.
 #pragma once
 
-#include "VYRADefs.h"
+#include <exception>
+#include <vector>
+
+#include "VYRALoaderRegistry.h"
+
+class StHostCall;
+
+[[gnu::visibility("hidden")]] extern const StHostCall* gHostCall;  // the innermost that runs
+
+// The modules of unloaded plugins that wait to be closed.
+struct WaitingModule {
+  void* handle;
+  VYRAPluginID plugin;  // VYRA_NO_PLUGIN: nothing more can come from it
+};
+[[gnu::visibility("hidden")]] extern std::vector<WaitingModule> gWaitingModules;
+
+void VYRALoaderCloseWaitingModules();
 
 // A call of the host into the library. Restores the dispatched plugin when it ends, however it ends. Before
 // and after one that is not nested in a plugin's code, the modules that had to wait are closed.
 class StHostCall {
  public:
-  StHostCall();
-  ~StHostCall() noexcept(false);
+  // Exceptions that were on their way up the stack when the host called are the host's own business. Calls
+  // that may close modules count them; for the others they only put off the closing of those that wait.
+  explicit StHostCall(int exceptionsBefore = 0) : StHostCall(Begin{exceptionsBefore}) {
+    if (!nested && !gWaitingModules.empty()) VYRALoaderCloseWaitingModules();
+  }
+  ~StHostCall() noexcept(false) {
+    const bool mayClose = !nested && !gWaitingModules.empty() && std::uncaught_exceptions() <= exceptions;
+    gDispatchedPlugin = savedPlugin;
+    gHostCall = outer;
+    if (mayClose) VYRALoaderCloseWaitingModules();
+  }
   StHostCall(const StHostCall&) = delete;
   StHostCall& operator=(const StHostCall&) = delete;
 
   bool IsNested() const { return nested; }
-
-  // The exceptions that were on their way up the stack when the call began.
   int ExceptionsBefore() const { return exceptions; }
 
  private:
+  struct Begin {
+    int exceptions;
+  };
+  // Apart, so that the call is ended in order when the closing of modules throws.
+  explicit StHostCall(Begin begin)
+      : outer(gHostCall),
+        savedPlugin(gDispatchedPlugin),
+        exceptions(begin.exceptions),
+        nested(outer != nullptr || gDispatchDepth > 0) {
+    gHostCall = this;
+  }
+
   const StHostCall* outer;
   VYRAPluginID savedPlugin;
-  bool nested;
   int exceptions;
+  bool nested;
 };
 
 // Whether the running host call came from inside a plugin's code, so that the code of an unloaded plugin
 // may still be on the stack.
 bool VYRALoaderIsNested();
-
-// Whether modules of unloaded plugins wait to be closed.
-bool VYRALoaderHasWaitingModules();
 
 // Closes the module of an unloaded plugin, now or as soon as its code cannot be on the stack; in the second
 // case what the plugin registers until then is removed as well. Its ID must not be given out meanwhile.

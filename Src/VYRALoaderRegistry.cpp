@@ -8,11 +8,20 @@
 #include "VYRAStrings.h"
 
 std::vector<PluginRecord> gAllPlugins;
-std::vector<unsigned char> gCallable(1, 1);
 VYRAPluginID gDispatchedPlugin = VYRA_HOST_PLUGIN;
 int gDispatchDepth = 0;
 
 namespace {
+
+// What gCallable points into: the first flag is VYRA_NO_PLUGIN's, the next the host's. They never become
+// fewer, as an ID that was given out may be asked about when its plugin is gone.
+std::vector<char> gCallableFlags(256);
+
+const char* AllowHostAlone() {
+  std::fill(gCallableFlags.begin(), gCallableFlags.end(), char{0});
+  gCallableFlags[1] = 1;
+  return &gCallableFlags[1];
+}
 
 // The first record, from the host up, whose field equals `wanted`, or -1.
 VYRAPluginID FindByField(std::string PluginRecord::*field, std::string_view wanted) {
@@ -24,6 +33,8 @@ VYRAPluginID FindByField(std::string PluginRecord::*field, std::string_view want
 
 }  // namespace
 
+const char* gCallable = AllowHostAlone();
+
 VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin) {
   gDispatchedPlugin = plugin;
   return plugin;
@@ -33,19 +44,24 @@ VYRAPluginID VYRAGetDispatchedPlugin() { return gDispatchedPlugin; }
 
 PluginRecord& VYRARegistryAppend(PluginRecord record) {
   gAllPlugins.push_back(std::move(record));
-  gCallable.resize(gAllPlugins.size());
+  if (gCallableFlags.size() <= gAllPlugins.size()) gCallableFlags.resize(2 * gCallableFlags.size());
+  gCallable = &gCallableFlags[1];
   VYRARegistrySetEnabled(VYRACountPlugins() - 1, false);
   return gAllPlugins.back();
 }
 
 void VYRARegistryDropLast() {
+  VYRARegistrySetEnabled(VYRACountPlugins() - 1, false);
   gAllPlugins.pop_back();
-  gCallable.pop_back();
 }
 
 void VYRARegistryClear() {
   gAllPlugins.clear();
-  gCallable.assign(1, 1);
+  gCallable = AllowHostAlone();
+}
+
+void VYRARegistrySetEnabled(VYRAPluginID plugin, bool enabled) {
+  gCallableFlags[static_cast<std::size_t>(plugin) + 1] = enabled ? 1 : 0;
 }
 
 VYRAPluginID VYRAGetMyID(void) { return gDispatchedPlugin; }

@@ -38,9 +38,10 @@ struct PluginRecord {
 // below alone.
 extern std::vector<PluginRecord> gAllPlugins;
 
-// Whose code may be called, by ID: that of enabled plugins, and the host's even before it has a record. It
-// stands beside the records because every call into a plugin asks.
-[[gnu::visibility("hidden")]] extern std::vector<unsigned char> gCallable;
+// Whose code may be called: that of enabled plugins, and the host's even before it has a record. Indexed by
+// any ID that was ever given out, or by VYRA_NO_PLUGIN, who may not be called. It stands beside the records
+// because every call into a plugin asks: one load answers.
+[[gnu::visibility("hidden")]] extern const char* gCallable;
 
 // The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
 [[gnu::visibility("hidden")]] extern VYRAPluginID gDispatchedPlugin;
@@ -56,6 +57,8 @@ PluginRecord& VYRARegistryAppend(PluginRecord record);
 void VYRARegistryDropLast();
 void VYRARegistryClear();
 
+void VYRARegistrySetEnabled(VYRAPluginID plugin, bool enabled);
+
 inline bool VYRARegistryHolds(VYRAPluginID plugin) {
   return static_cast<std::size_t>(plugin) < gAllPlugins.size();
 }
@@ -64,17 +67,8 @@ inline PluginRecord& VYRARegistryRecord(VYRAPluginID plugin) {
   return gAllPlugins[static_cast<std::size_t>(plugin)];
 }
 
-inline bool VYRARegistryMayCall(VYRAPluginID plugin) {
-  const auto index = static_cast<std::size_t>(plugin);
-  return index < gCallable.size() && gCallable[index] != 0;
-}
-
 inline bool VYRARegistryIsEnabled(VYRAPluginID plugin) {
-  return VYRARegistryHolds(plugin) && VYRARegistryMayCall(plugin);
-}
-
-inline void VYRARegistrySetEnabled(VYRAPluginID plugin, bool enabled) {
-  gCallable[static_cast<std::size_t>(plugin)] = enabled ? 1 : 0;
+  return VYRARegistryHolds(plugin) && gCallable[plugin] != 0;
 }
 
 // Whether this is a plugin (not the host) with an open module.
@@ -87,7 +81,7 @@ inline bool VYRARegistryIsLoaded(VYRAPluginID plugin) {
 class StDispatchCallback {
  public:
   explicit StDispatchCallback(VYRAPluginID plugin)
-      : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth), mayCall(VYRARegistryMayCall(plugin)) {
+      : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth), mayCall(gCallable[plugin] != 0) {
     gDispatchedPlugin = plugin;
     gDispatchDepth = savedDepth + 1;
   }
@@ -126,7 +120,7 @@ class StDispatchWalk {
   // Makes a plugin the dispatched one, in place of the last, and says whether it may be called.
   bool operator()(VYRAPluginID plugin) const {
     gDispatchedPlugin = plugin;
-    return VYRARegistryMayCall(plugin);
+    return gCallable[plugin] != 0;
   }
 
  private:

@@ -1,5 +1,6 @@
 #include "VYRAProcessing.h"
 
+#include <limits>
 #include <unordered_set>
 
 #include "VYRAHostServices.h"
@@ -31,16 +32,7 @@ bool Matches(const VYRAFlightLoopRecord& loop, VYRAFlightLoop_f callback, const 
 
 void Schedule(VYRAFlightLoopRecord& loop, float interval, bool relativeToNow) {
   if (relativeToNow) loop.lastCallTime = VYRAGetElapsedTime();
-  loop.interval = interval;
-}
-
-// Both sums are in single precision, as the passes' own times are.
-bool IsDue(const VYRAFlightLoopRecord& loop, float now) {
-  if (loop.interval > 0) return now >= loop.lastCallTime + loop.interval;
-  if (loop.interval < 0) {
-    return static_cast<float>(gLastCallNumber) >= static_cast<float>(loop.lastCallCycle) - loop.interval;
-  }
-  return false;
+  loop.Wait(interval);
 }
 
 void ReportBadParams(const VYRAFlightLoopParams& params) {
@@ -58,13 +50,21 @@ void ReportBadParams(const VYRAFlightLoopParams& params) {
 
 VYRAFlightLoopRecord::VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle,
                                            int plugin)
-    : lastCallTime(now),
-      lastCallCycle(cycle),
-      phase(params.phase),
+    : phase(params.phase),
       callback(params.callback),
+      refcon(params.refcon),
       owner(plugin),
-      refcon(params.refcon) {
+      lastCallTime(now),
+      lastCallCycle(cycle) {
+  Wait(0);
   gFlightLoopHandles.insert(this);
+}
+
+void VYRAFlightLoopRecord::Wait(float interval) {
+  constexpr float kNever = std::numeric_limits<float>::quiet_NaN();  // at least which no number is
+  // Both sums are in single precision, as the passes' own times are.
+  dueTime = interval > 0 ? lastCallTime + interval : kNever;
+  dueCycle = interval < 0 ? static_cast<float>(lastCallCycle) - interval : kNever;
 }
 
 VYRAFlightLoopRecord::~VYRAFlightLoopRecord() { gFlightLoopHandles.erase(this); }
@@ -125,15 +125,21 @@ void VYRAProcessingRunPass(float now, int phase) {
   gLastCallNumber = static_cast<int>(static_cast<unsigned>(gLastCallNumber) + 1U);
   const StDispatchWalk dispatch;
   VYRAResourceWalk walk(gFlightLoops);
-  while (VYRAFlightLoopRecord* loop = walk.Next()) {
-    if (loop->is_dead() || loop->phase != phase || !IsDue(*loop, now) || loop->callback == nullptr) continue;
+  int number = gLastCallNumber;
+  const auto isDue = [&](const VYRAFlightLoopRecord& loop) {
+    const bool due = now >= loop.dueTime || static_cast<float>(number) >= loop.dueCycle;
+    return due && loop.phase == phase && !loop.is_dead() && loop.callback != nullptr;
+  };
+  VYRAFlightLoopRecord* loop = nullptr;
+  while ((loop = walk.NextWhere(isDue, loop)) != nullptr) {
     if (!dispatch(loop->owner)) continue;
     const float interval =
-        loop->callback(now - loop->lastCallTime, now - gLastCallTime, gLastCallNumber, loop->refcon);
+        loop->callback(now - loop->lastCallTime, now - gLastCallTime, number, loop->refcon);
+    number = gLastCallNumber;  // higher, when the callback led to passes
     if (!walk.HoldsRecord()) continue;
-    loop->interval = interval;
     loop->lastCallTime = now;
-    loop->lastCallCycle = gLastCallNumber;
+    loop->lastCallCycle = number;
+    loop->Wait(interval);
   }
 }
 

@@ -10,13 +10,19 @@ struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
   VYRAFlightLoopRecord(const VYRAFlightLoopRecord&) = delete;
   VYRAFlightLoopRecord& operator=(const VYRAFlightLoopRecord&) = delete;
 
-  float lastCallTime;  // seconds; of the last call, the creation or a schedule relative to now
-  int lastCallCycle;   // of the last call or the creation
-  float interval = 0;  // above 0: seconds; below 0: passes; 0: not scheduled
+  // Waits from the last call on: seconds above 0, passes below 0, for good at 0.
+  void Wait(float interval);
+
+  // When it is due, at whichever comes first; the one that it does not wait for never comes. Most loops of
+  // a pass are only asked this, so it is worked out when they are called, not when they are asked.
+  float dueTime;   // seconds
+  float dueCycle;  // passes
   int phase;
   VYRAFlightLoop_f callback;
-  int owner;
   void* refcon;
+  int owner;
+  float lastCallTime;  // seconds; of the last call, the creation or a schedule relative to now
+  int lastCallCycle;   // of the last call or the creation
 };
 
 extern VYRAResourceList<VYRAFlightLoopRecord> gFlightLoops;

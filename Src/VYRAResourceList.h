@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 template <class T>
@@ -24,11 +25,10 @@ class VYRAResource_t {
   friend class VYRAResourceList<T>;
 
   T* next = nullptr;
-  bool dead = false;
-  bool onDeadChain = false;
   T* prev = nullptr;
   T* nextDead = nullptr;
-  T* nextDropped = nullptr;
+  bool dead = false;  // last, with onDeadChain: a record's own fields start in the rest of their word
+  bool onDeadChain = false;
 };
 
 template <class T>
@@ -153,28 +153,19 @@ class VYRAResourceList {
 
   // A run of records was dropped from the list; this is its last one. It still names the record that used
   // to follow it, and a walk inside the run would go there, so the list keeps that link true.
-  void NoteDropped(T* tail) {
-    tail->nextDropped = droppedTails;
-    droppedTails = tail;
-  }
+  void NoteDropped(T* tail) { droppedTails.push_back(tail); }
 
   // Mends the dropped runs for a record that is being unlinked: those that lead to it, and its own.
   void UnlinkDropped(T* item) {
-    T** link = &droppedTails;
-    while (T* tail = *link) {
-      if (tail != item) {
-        if (tail->next == item) tail->next = item->next;
-        link = &tail->nextDropped;
-        continue;
-      }
-      *link = tail->nextDropped;
-      tail->nextDropped = nullptr;
-      if (tail->prev != nullptr) {
-        tail->prev->nextDropped = *link;
-        *link = tail->prev;
-        link = &tail->prev->nextDropped;
+    if (droppedTails.empty()) return;
+    for (T*& tail : droppedTails) {
+      if (tail == item) {
+        tail = item->prev;
+      } else if (tail->next == item) {
+        tail->next = item->next;
       }
     }
+    std::erase(droppedTails, nullptr);
   }
 
   T* head = nullptr;      // an anchor into the chain: the first record, or after a reverse begin the last
@@ -182,7 +173,7 @@ class VYRAResourceList {
   int iterationDepth = 0;
   bool needsClean = false;
   VYRAResourceWalk<T>* walks = nullptr;  // the innermost walk in progress
-  T* droppedTails = nullptr;
+  std::vector<T*> droppedTails;
 };
 
 // A walk in progress. It begins when it is made and ends with its scope, also when a callback throws:
@@ -197,6 +188,11 @@ class VYRAResourceWalk {
  public:
   enum class Order { forward, reverse };
 
+// GCC does not see that the destructor takes the address back.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdangling-pointer"
+#endif
   explicit VYRAResourceWalk(VYRAResourceList<T>& walked, Order walkOrder = Order::forward)
       : list(walked),
         order(walkOrder),
@@ -204,6 +200,9 @@ class VYRAResourceWalk {
         outer(list.walks) {
     list.walks = this;
   }
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
   ~VYRAResourceWalk() {
     list.walks = outer;
     if (ends) list.EndIterate();
@@ -213,11 +212,28 @@ class VYRAResourceWalk {
 
   // The next record, dead ones included, or null at the end.
   T* Next() {
-    if (displaced || !passOver.empty()) [[unlikely]]
+    if (onDetour) [[unlikely]]
       return NextByDetour();
     record = Successor(record);
     if (record == nullptr) TakeLater();
     return record;
+  }
+
+  // The next record of a forward walk that is wanted, after the one that the walk gave last, or null for the
+  // first. `wanted` only looks: nothing changes the list meanwhile, so the others are passed without a note.
+  template <class Predicate>
+  T* NextWhere(Predicate wanted, T* last) {
+    for (;;) {
+      if (!onDetour) [[likely]] {
+        while (T* item = last->get_next()) {
+          if (wanted(*item)) return record = item;
+          last = item;
+        }
+        record = last;
+      }
+      last = Next();
+      if (last == nullptr || wanted(*last)) return last;
+    }
   }
 
   // Whether the record that Next gave last is still in memory.
@@ -228,6 +244,11 @@ class VYRAResourceWalk {
 
  private:
   friend class VYRAResourceList<T>;
+
+  struct Moved {
+    std::vector<T*> later;     // to come after the end of the chain
+    std::vector<T*> passOver;  // had their turn
+  };
 
   static bool Contains(const std::vector<T*>& records, const T* item) {
     return std::find(records.begin(), records.end(), item) != records.end();
@@ -240,18 +261,18 @@ class VYRAResourceWalk {
     do {
       record = displaced ? resume : Successor(record);
       displaced = false;
-    } while (record != nullptr && Contains(passOver, record));
+    } while (record != nullptr && moved != nullptr && Contains(moved->passOver, record));
+    onDetour = moved != nullptr && !moved->passOver.empty();
     if (record == nullptr) TakeLater();
     return record;
   }
 
   // At the end of the chain come the records that were moved to where this walk had been already.
   void TakeLater() {
-    displaced = true;
-    resume = nullptr;
-    if (later.empty()) return;
-    record = later.front();
-    later.erase(later.begin());
+    Displace(nullptr);
+    if (moved == nullptr || moved->later.empty()) return;
+    record = moved->later.front();
+    moved->later.erase(moved->later.begin());
   }
 
   bool IsAhead(const T* item) const {
@@ -266,34 +287,42 @@ class VYRAResourceWalk {
   void BeforeMove(const T* item) { moverWasAhead = IsAhead(item); }
   void AfterMove(T* item) {
     const bool isAhead = IsAhead(item);
-    if (isAhead == moverWasAhead || Contains(passOver, item)) return;
-    (isAhead ? passOver : later).push_back(item);
+    if (isAhead == moverWasAhead) return;
+    if (moved == nullptr) moved = std::make_unique<Moved>();
+    if (Contains(moved->passOver, item)) return;
+    (isAhead ? moved->passOver : moved->later).push_back(item);
+    onDetour = true;
   }
 
   // A record is about to be unlinked.
   void StepOff(T* item) {
     T*& next = displaced ? resume : record;
-    if (next != item) return;
-    resume = Successor(item);
+    if (next == item) Displace(Successor(item));
+  }
+
+  void Displace(T* next) {
+    resume = next;
     displaced = true;
+    onDetour = true;
   }
 
   // A record is about to be freed.
   void Forget(T* item) {
     StepOff(item);
     if (record == item) record = nullptr;
-    std::erase(later, item);
-    std::erase(passOver, item);
+    if (moved == nullptr) return;
+    std::erase(moved->later, item);
+    std::erase(moved->passOver, item);
   }
 
   VYRAResourceList<T>& list;
   Order order;
   bool displaced = true;  // the next record is `resume`, not the one that follows `record`
+  bool onDetour = true;   // displaced, or there are records to pass over
   bool ends = true;
   bool moverWasAhead = false;
   T* record = nullptr;
   T* resume;
   VYRAResourceWalk* outer;
-  std::vector<T*> later;
-  std::vector<T*> passOver;
+  std::unique_ptr<Moved> moved;  // none until a record is moved during the walk, which is rare
 };

@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "VYRAHostServices.h"
 #include "VYRAUtilities.h"
 
 std::vector<int> gButtons;
+std::vector<int> gRepeatedButtons;  // what a pass hands to the host; empty while one does
 
 namespace {
 
@@ -81,9 +83,12 @@ void VYRACommandButtonRelease(int button) {
 
 void VYRADoRepeatedButtons() {
   if (gButtons.empty()) return;
-  std::vector<int> buttons = gButtons;  // the host's call may lead to presses and releases
+  // A copy, as the host's call may lead to presses and releases. Its memory is kept from pass to pass.
+  std::vector<int> buttons = std::exchange(gRepeatedButtons, {});
+  buttons.assign(gButtons.begin(), gButtons.end());
   buttons.push_back(0);
   gHooks->CommandButtonPress(buttons.data(), 0, 1);
+  gRepeatedButtons = std::move(buttons);
 }
 
 void VYRAReloadScenery(void) { gHooks->ReloadScenery(); }
