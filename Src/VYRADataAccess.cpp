@@ -28,15 +28,11 @@ void Write(const VYRAData_t* record, void (*VYRAData_t::*accessor)(void*, Rest..
 
 VYRADataRef VYRAFindDataRef(const char* name) {
   if (name == nullptr) return nullptr;
-  const auto found = gDataRefs.find(std::string_view(name));
-  if (found == gDataRefs.end() || found->second->owner == VYRA_NO_PLUGIN) return nullptr;
-  return found->second;
+  VYRAData_t* record = FindDataRecord(name);
+  return record != nullptr && record->owner != VYRA_NO_PLUGIN ? record : nullptr;
 }
 
-int VYRAIsDataRefGood(VYRADataRef dataRef) {
-  const VYRAData_t* record = DataIsValid(dataRef);
-  return record != nullptr && record->owner != VYRA_NO_PLUGIN ? 1 : 0;
-}
+int VYRAIsDataRefGood(VYRADataRef dataRef) { return DataIsOwned(dataRef) ? 1 : 0; }
 
 int VYRACanWriteDataRef(VYRADataRef dataRef) { return dataRef != nullptr ? dataRef->writable : 0; }
 

@@ -1,17 +1,59 @@
 // The pool of dataref records: blocks of 32 that are never freed, so that records never move.
-#include <functional>
+#include <cstdint>
 
 #include "VYRADataAccessRegistry.h"
+#include "VYRAHashIndex.h"
 
-std::map<std::string, VYRAData_t*, std::less<>> gDataRefs;
 VYRADataBlock* gDataBlock = nullptr;
 VYRADataBlock* gDataFree = nullptr;
 int gDataCount = 0;
 
 namespace {
 
+// A block, found by where it starts. A granule is as long as a block, so at most one block starts in it, and
+// an address lies in a block that starts in the address's own granule or in the one before.
+struct BlockEntry {
+  std::uintptr_t granule = 0;
+  const VYRADataBlock* block = nullptr;
+  std::uint32_t owned = 0;  // a bit for each slot whose record has an owner
+
+  bool IsUsed() const { return block != nullptr; }
+  std::uint64_t Hash() const { return granule; }
+};
+static_assert(VYRADataBlock::kCapacity <= 32,
+              "the slots of a block are counted in the bits of BlockEntry::owned");
+
+VYRAHashIndex<BlockEntry> gBlocks;
+
+std::uintptr_t GranuleOf(const void* address) {
+  return reinterpret_cast<std::uintptr_t>(address) / sizeof(VYRADataBlock);
+}
+
+// A slot that was handed out. The block of none is null.
+struct Slot {
+  BlockEntry* entry = nullptr;
+  std::size_t number = 0;
+};
+
+// The slot of a record, whose address alone takes part: the pointer may point anywhere.
+Slot SlotOf(const VYRAData_t* pointer) {
+  const std::uintptr_t granule = GranuleOf(pointer);
+  for (const std::uintptr_t candidate : {granule, granule - 1}) {
+    BlockEntry* entry = gBlocks.Find(candidate, [](const BlockEntry&) { return true; });
+    if (entry == nullptr) continue;
+    // All blocks but the last are full: looking there would fetch a line of memory for nothing.
+    const int used = entry->block == gDataFree ? gDataFree->used : VYRADataBlock::kCapacity;
+    const std::uintptr_t distance =
+        reinterpret_cast<std::uintptr_t>(pointer) - reinterpret_cast<std::uintptr_t>(entry->block->slots);
+    const std::size_t number = distance / sizeof(VYRAData_t);
+    if (number < static_cast<std::size_t>(used) && distance % sizeof(VYRAData_t) == 0) return {entry, number};
+  }
+  return {};
+}
+
 void AllocDataBlock() {
   auto* block = new VYRADataBlock;
+  gBlocks.Add({GranuleOf(block), block});
   if (gDataFree != nullptr) gDataFree->next = block;
   if (gDataBlock == nullptr) gDataBlock = block;
   gDataFree = block;
@@ -25,18 +67,17 @@ VYRAData_t* AllocDataRef() {
   return &gDataFree->slots[gDataFree->used++];
 }
 
-VYRAData_t* DataIsValid(VYRADataRef pointer) {
-  // The pointer may point anywhere, so only its address takes part.
-  const auto address = reinterpret_cast<std::uintptr_t>(pointer);
-  for (const VYRADataBlock* block = gDataBlock; block != nullptr; block = block->next) {
-    const auto first = reinterpret_cast<std::uintptr_t>(block->slots);
-    const std::uintptr_t distance = address - first;
-    const std::uintptr_t length = static_cast<std::uintptr_t>(block->used) * sizeof(VYRAData_t);
-    if (address >= first && distance < length) {
-      return distance % sizeof(VYRAData_t) == 0 ? pointer : nullptr;
-    }
-  }
-  return nullptr;
+VYRAData_t* DataIsValid(VYRADataRef pointer) { return SlotOf(pointer).entry != nullptr ? pointer : nullptr; }
+
+bool DataIsOwned(VYRADataRef pointer) {
+  const Slot slot = SlotOf(pointer);
+  return slot.entry != nullptr && (slot.entry->owned >> slot.number & 1U) != 0;
+}
+
+void NoteDataIsOwned(const VYRAData_t* record, bool owned) {
+  const Slot slot = SlotOf(record);
+  const std::uint32_t bit = std::uint32_t{1} << slot.number;
+  slot.entry->owned = owned ? slot.entry->owned | bit : slot.entry->owned & ~bit;
 }
 
 const char* DebugDataRefName(VYRADataRef dataRef) {

@@ -4,20 +4,6 @@
 #include "VYRALoaderRegistry.h"
 #include "VYRALoaderReports.h"
 
-namespace {
-
-VYRAData_t* FindOrAddRecord(const char* name) {
-  const auto found = gDataRefs.find(std::string_view(name));
-  if (found != gDataRefs.end()) return found->second;
-  VYRAData_t* record = AllocDataRef();
-  record->name = name;
-  record->owner = VYRA_NO_PLUGIN;
-  gDataRefs.emplace(record->name, record);
-  return record;
-}
-
-}  // namespace
-
 VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int writable,
                                      VYRAReadInt_f readInt, VYRAWriteInt_f writeInt,
                                      VYRAReadFloat_f readFloat, VYRAWriteFloat_f writeFloat,
@@ -27,7 +13,7 @@ VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int
                                      VYRAWriteFloatArray_f writeFloatArray, VYRAReadData_f readData,
                                      VYRAWriteData_f writeData, void* readRefcon, void* writeRefcon) {
   if (name == nullptr) return nullptr;
-  VYRAData_t* record = FindOrAddRecord(name);
+  VYRAData_t* record = FindOrAddDataRecord(name);
   if (record->owner != VYRA_NO_PLUGIN) {
     VYRASendError("Dataref is already registered by someone else.");
     // Kept: the refused caller gets the other owner's handle, and plugins read through it.
@@ -35,7 +21,7 @@ VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int
   }
   record->types = types;
   record->writable = writable;
-  record->owner = gDispatchedPlugin;
+  SetDataRefOwner(record, gDispatchedPlugin);
   record->readInt = readInt;
   record->writeInt = writeInt;
   record->readFloat = readFloat;
@@ -58,16 +44,9 @@ void VYRAUnregisterDataAccessor(VYRADataRef dataRef) {
   if (record == nullptr) {
     VYRASendError("Dataref is illegal and cannot be unregistered.");
   } else if (record->owner == gDispatchedPlugin) {
-    record->owner = VYRA_NO_PLUGIN;
+    SetDataRefOwner(record, VYRA_NO_PLUGIN);
   } else {
     // Kept: the misspelling; plugins match on this text.
     VYRASendError("Dataref is not owned by you - you cannot unregsiter.");
   }
-}
-
-void VYRADataRefsCleanupHook(int plugin) {
-  for (const auto& [name, record] : gDataRefs) {
-    if (record->owner == plugin) record->owner = VYRA_NO_PLUGIN;
-  }
-  VYRASharedDataForget(plugin);
 }

@@ -1,4 +1,4 @@
-// The datarefs: their records, the pool that holds them and the map that finds them by name. A record is
+// The datarefs: their records, the pool that holds them and what finds them by name and by owner. A record is
 // never freed or moved, so a handle, which is its address, stays good for the life of the library.
 #pragma once
 
@@ -8,12 +8,13 @@
 #include <string_view>
 
 #include "VYRADataAccess.h"
+#include "VYRAOwnedRecords.h"
 
-struct VYRAData_t {
+struct VYRAData_t : VYRAOwned_t<VYRAData_t> {
   std::string name;
   int types = 0;
   int writable = 0;
-  int owner = 0;  // the plugin that publishes it; VYRA_NO_PLUGIN when nobody does
+  int owner = VYRA_NO_PLUGIN;  // the plugin that publishes it, if any does; changed by SetDataRefOwner alone
   VYRAReadInt_f readInt = nullptr;
   VYRAWriteInt_f writeInt = nullptr;
   VYRAReadFloat_f readFloat = nullptr;
@@ -40,7 +41,8 @@ struct VYRADataBlock {
   VYRAData_t slots[kCapacity];
 };
 
-extern std::map<std::string, VYRAData_t*, std::less<>> gDataRefs;
+// By name; the keys are the records' own names, which never change.
+extern std::map<std::string_view, VYRAData_t*> gDataRefs;
 extern VYRADataBlock* gDataBlock;  // the first block
 extern VYRADataBlock* gDataFree;   // the last block, which is being filled
 extern int gDataCount;             // records handed out
@@ -48,9 +50,25 @@ extern int gDataCount;             // records handed out
 // A fresh record from the pool.
 VYRAData_t* AllocDataRef();
 
+// The record of a name, owned or not, or null. Answered from an index beside the map.
+VYRAData_t* FindDataRecord(std::string_view name);
+
+// The record of a name, made when there is none.
+VYRAData_t* FindOrAddDataRecord(std::string_view name);
+
+// Makes a plugin, or with VYRA_NO_PLUGIN nobody, the owner of a record.
+void SetDataRefOwner(VYRAData_t* record, int plugin);
+
 // The pointer, if it is the address of a record that was handed out; otherwise null. Any pointer may be
 // given: it is compared, not followed.
 VYRAData_t* DataIsValid(VYRADataRef pointer);
+
+// Whether a pointer is the address of a record that has an owner; any pointer may be given. Answered without
+// a look at the record, so that many handles can be checked in a row.
+bool DataIsOwned(VYRADataRef pointer);
+
+// Notes for DataIsOwned whether a record has an owner.
+void NoteDataIsOwned(const VYRAData_t* record, bool owned);
 
 // A dataref's name, or a text in brackets that says why there is none.
 const char* DebugDataRefName(VYRADataRef dataRef);

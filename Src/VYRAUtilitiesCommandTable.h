@@ -1,28 +1,33 @@
 // The handlers of all commands on one side of the host's own handling, found by command. The host looks here
-// in every phase of every command, mostly for commands that few or no plugins handle, so a look-up is a
-// multiplication and, nearly always, one place in memory.
+// in every phase of every command, mostly for commands that few or no plugins handle.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <vector>
 
+#include "VYRAHashIndex.h"
+#include "VYRAOwnedRecords.h"
 #include "VYRAUtilities.h"
 
-struct VYRACommandCB_t {
-  VYRACommandHandler_f callback;  // null once it was removed
-  int plugin;
-  void* refcon;
-  std::uint64_t serial;   // rises with each registration
-  VYRACommandCB_t* next;  // stays as it was when the record is removed
+struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t> {
+  VYRACommandHandler_f callback = nullptr;  // null once it was removed
+  int plugin = VYRA_NO_PLUGIN;
+  void* refcon = nullptr;
+  std::uint64_t serial = 0;         // rises with each registration
+  VYRACommandCB_t* next = nullptr;  // stays as it was when the record is removed
+  VYRACommandRef command = nullptr;
 };
 
 class VYRACommandTable {
  public:
   struct Entry {
-    VYRACommandRef command = nullptr;
-    bool used = false;
+    // Any pointer may be a command, null too: an unused entry has one that nobody else can have.
+    static constexpr char kUnused = 0;
+
+    const void* command = &kUnused;
     VYRACommandCB_t* first = nullptr;  // in the order in which they are called
+
+    bool IsUsed() const { return command != &kUnused; }
+    std::uint64_t Hash() const { return reinterpret_cast<std::uintptr_t>(command); }
   };
 
   VYRACommandTable() = default;
@@ -31,25 +36,22 @@ class VYRACommandTable {
   VYRACommandTable& operator=(const VYRACommandTable&) = delete;
 
   // The first handler of a command, or null.
-  VYRACommandCB_t* First(VYRACommandRef command) const { return entries[PlaceOf(command)].first; }
-
-  // The entry of a command, made when there is none. Good until the next is made.
-  Entry& At(VYRACommandRef command);
-
-  // Every entry, unused ones too.
-  std::vector<Entry>& Entries() { return entries; }
-
- private:
-  std::size_t PlaceOf(VYRACommandRef command) const {
-    // Commands are mostly addresses; the product's upper bits depend on all of theirs.
-    std::size_t place = (reinterpret_cast<std::uintptr_t>(command) * 0x9E3779B97F4A7C15U) >> shift;
-    while (entries[place].used && entries[place].command != command)
-      place = (place + 1) & (entries.size() - 1);
-    return place;
+  VYRACommandCB_t* First(VYRACommandRef command) {
+    const Entry* entry = Find(command);
+    return entry != nullptr ? entry->first : nullptr;
   }
 
-  // At most half of them are used: entries of commands whose handlers all went stay.
-  std::vector<Entry> entries = std::vector<Entry>(2);
-  std::size_t count = 0;
-  int shift = 63;  // 64 less the bits of a place
+  // The entry of a command, made when there is none. Good until the next is made. Entries of commands whose
+  // handlers all went stay.
+  Entry& At(VYRACommandRef command);
+
+  // The handlers of a plugin.
+  VYRAOwnedRecords<VYRACommandCB_t> owned;
+
+ private:
+  Entry* Find(VYRACommandRef command) {
+    return index.Find(reinterpret_cast<std::uintptr_t>(command), [](const Entry&) { return true; });
+  }
+
+  VYRAHashIndex<Entry> index;
 };

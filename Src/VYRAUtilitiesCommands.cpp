@@ -34,22 +34,19 @@ class StPass {
 
 // Takes the handler that `link` leads to out of its list. A pass that stands on it goes on from it, past
 // those that are removed after it.
-void Remove(Handler*& link) {
+void Remove(VYRACommandTable& hooks, Handler*& link) {
   std::unique_ptr<Handler> handler(link);
+  hooks.owned.Remove(handler->plugin, handler.get());
   link = handler->next;
   handler->callback = nullptr;
   if (gPasses > 0) gRemovedHandlers.push_back(std::move(handler));
 }
 
 void RemoveHandlersOf(int plugin, VYRACommandTable& hooks) {
-  for (VYRACommandTable::Entry& entry : hooks.Entries()) {
-    for (Handler** link = &entry.first; *link != nullptr;) {
-      if ((*link)->plugin == plugin) {
-        Remove(*link);
-      } else {
-        link = &(*link)->next;
-      }
-    }
+  while (const Handler* handler = hooks.owned.First(plugin)) {
+    Handler** link = &hooks.At(handler->command).first;
+    while (*link != handler) link = &(*link)->next;
+    Remove(hooks, *link);
   }
 }
 
@@ -119,19 +116,22 @@ void VYRACommandOnce(VYRACommandRef command) {
 void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                 void* refcon) {
   if (handler == nullptr) return;
-  Handler** link = &HooksFor(before).At(command).first;
+  VYRACommandTable& hooks = HooksFor(before);
+  Handler** link = &hooks.At(command).first;
   // Kept: before the host the newest handler comes first, after it the oldest. The plugin that hooked in
   // front of a command last is to see it first.
   while (before == 0 && *link != nullptr) link = &(*link)->next;
-  *link = new Handler{handler, gDispatchedPlugin, refcon, ++gRegistrations, *link};
+  *link = new Handler{{}, handler, gDispatchedPlugin, refcon, ++gRegistrations, *link, command};
+  hooks.owned.Add(gDispatchedPlugin, *link);
 }
 
 void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                   void* refcon) {
-  for (Handler** link = &HooksFor(before).At(command).first; *link != nullptr; link = &(*link)->next) {
+  VYRACommandTable& hooks = HooksFor(before);
+  for (Handler** link = &hooks.At(command).first; *link != nullptr; link = &(*link)->next) {
     const Handler& record = **link;
     if (record.callback != handler || record.plugin != gDispatchedPlugin || record.refcon != refcon) continue;
-    Remove(*link);
+    Remove(hooks, *link);
     return;
   }
 }

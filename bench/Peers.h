@@ -23,8 +23,8 @@ Loop SimGearWrite(Value (*getter)(), void (*setter)(Value), Value value);
 template <class Value>
 Loop SimGearReadVariable(Value* variable);
 
-// SimGear's look-up of a path, one per iteration, in the order of `asked`.
-Loop SimGearFind(const std::vector<std::string>& asked);
+// SimGear's look-up of a path, one per iteration, in a tree with `names`, in the order of `asked`.
+Loop SimGearFind(const std::vector<std::string>& names, const std::vector<std::string>& asked);
 
 // A signal with `size` slots, emitted once per iteration.
 Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <stdexcept>
 #include <utility>
 
 namespace bench {
@@ -13,32 +14,24 @@ namespace {
 // Takes the times of one round from Google Benchmark, whose own table is not printed.
 class Collector : public benchmark::BenchmarkReporter {
  public:
-  struct Time {
-    double nanosecondsPerIteration = 0;
-    benchmark::IterationCount iterations = 0;
-  };
-
   bool ReportContext(const Context& /*context*/) override { return true; }
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
-      times.push_back({run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9, run.iterations});
+      if (run.error_occurred) throw std::runtime_error(run.benchmark_name() + ": " + run.error_message);
+      times.push_back(run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9);
     }
   }
 
-  std::vector<Time> times;
+  std::vector<double> times;
 };
 
-std::vector<Collector::Time> RunRound(const std::vector<Contender>& contenders, const SessionOptions& options,
-                                      const std::vector<Collector::Time>& previous) {
+// What one iteration took each contender, in nanoseconds.
+std::vector<double> RunRound(const std::vector<Contender>& contenders, const SessionOptions& options) {
   benchmark::ClearRegisteredBenchmarks();
-  for (std::size_t i = 0; i < contenders.size(); ++i) {
-    auto* registered = benchmark::RegisterBenchmark(contenders[i].name.c_str(), contenders[i].loop);
-    // How often to iterate is found out once; later rounds do the same again.
-    if (previous.empty()) {
-      registered->MinTime(options.secondsPerRun);
-    } else {
-      registered->Iterations(previous[i].iterations);
-    }
+  for (const Contender& contender : contenders) {
+    // Google Benchmark tries shorter runs first, to find out how many iterations it takes. So what it
+    // measures finds the caches as the contender itself leaves them, not as the one before it did.
+    benchmark::RegisterBenchmark(contender.name.c_str(), contender.loop)->MinTime(options.secondsPerRun);
   }
   Collector collector;
   benchmark::RunSpecifiedBenchmarks(&collector);
@@ -70,11 +63,10 @@ void Session::Compare(const std::string& measure, std::size_t size, std::size_t 
   const std::size_t first = results.size();
   for (const Contender& contender : present) results.push_back({measure, size, contender.name, "ns", {}});
 
-  std::vector<Collector::Time> times;
   for (int repetition = 0; repetition < options.repetitions; ++repetition) {
-    times = RunRound(present, options, times);
+    const std::vector<double> times = RunRound(present, options);
     for (std::size_t i = 0; i < present.size(); ++i) {
-      results[first + i].values.push_back(times[i].nanosecondsPerIteration / static_cast<double>(units));
+      results[first + i].values.push_back(times[i] / static_cast<double>(units));
     }
   }
 

@@ -36,8 +36,8 @@ double Median(std::vector<double> values);
 double MedianRatio(const Result& above, const Result& below);
 
 struct SessionOptions {
-  int repetitions = 75;
-  double secondsPerRun = 0.003;    // of processor time, per contender and repetition, at least
+  int repetitions = 51;
+  double secondsPerRun = 0.005;   // of processor time, per contender and repetition, at least
   std::size_t largest = 100'000;  // sizes above it are left out
 };
 

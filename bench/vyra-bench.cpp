@@ -20,7 +20,7 @@ using bench::Session;
 
 struct CommandLine {
   bool quick = false;
-  int repetitions = 75;
+  int repetitions = 51;
   std::string only;
   std::string table;
   std::string json;
@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
 
   try {
     Session session(line.quick ? bench::SessionOptions{1, 0.001, 100}
-                               : bench::SessionOptions{line.repetitions, 0.003, 100'000});
+                               : bench::SessionOptions{line.repetitions, 0.005, 100'000});
     Run(session, line);
     Report(session, line);
   } catch (const std::exception& error) {

@@ -20,9 +20,9 @@ int HandleCommand(VYRACommandRef /*command*/, int /*phase*/, void* /*refcon*/) {
 }
 
 // The look-up alone, without a call of what it finds.
-Loop BareLookUp(const std::vector<VYRACommandRef>& asked) {
+Loop BareLookUp(const std::vector<VYRACommandRef>& commands, const std::vector<VYRACommandRef>& asked) {
   std::unordered_map<VYRACommandRef, VYRACommandHandler_f> table;
-  for (const VYRACommandRef command : asked) table.emplace(command, HandleCommand);
+  for (const VYRACommandRef command : commands) table.emplace(command, HandleCommand);
   return [table = std::move(table), &asked](benchmark::State& state) {
     std::size_t next = 0;
     for ([[maybe_unused]] auto iteration : state) {
@@ -42,7 +42,7 @@ void MeasureCommandPhase(Session& session, std::size_t size) {
   for (auto& record : records) commands.push_back(reinterpret_cast<VYRACommandRef>(record.data()));
   library.Share(size,
                 [&](std::size_t i) { VYRARegisterCommandHandler(commands[i], HandleCommand, 1, nullptr); });
-  const std::vector<VYRACommandRef> asked = Shuffled(std::move(commands));
+  const std::vector<VYRACommandRef> asked = Shuffled(commands);
 
   session.Compare("command phase", size, 1,
                   {{kLibrary,
@@ -55,7 +55,7 @@ void MeasureCommandPhase(Session& session, std::size_t size) {
                       }
                       if (gCalls != static_cast<int>(state.iterations())) state.SkipWithError("wrong calls");
                     }},
-                   {kBareTable, BareLookUp(asked)}});
+                   {kBareTable, BareLookUp(commands, asked)}});
 }
 
 }  // namespace bench

@@ -1,0 +1,57 @@
+// A hash table that is searched far more often than it grows, and from which nothing is removed: the index
+// beside an ordered map, or what a host asks for in every frame. Nearly always a look-up is a multiplication
+// and one place in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+// Entry is small and copyable. It has a Hash(), and IsUsed(), which a default-constructed one denies.
+template <class Entry>
+class VYRAHashIndex {
+ public:
+  // The entry with this hash that matches, or null. Good until the next is added.
+  template <class Matches>
+  Entry* Find(std::uint64_t hash, Matches matches) {
+    for (std::size_t place = PlaceOf(hash); entries[place].IsUsed(); place = After(place)) {
+      if (entries[place].Hash() == hash && matches(entries[place])) return &entries[place];
+    }
+    return nullptr;
+  }
+
+  // Adds an entry that is not there yet.
+  Entry& Add(const Entry& entry) {
+    if (2 * ++count > entries.size()) Grow();
+    return Place(entry);
+  }
+
+  // Every entry, unused ones too.
+  std::vector<Entry>& Entries() { return entries; }
+
+ private:
+  // Multiplicative hashing with 2^64 divided by the golden ratio (D. E. Knuth, The Art of Computer
+  // Programming, volume 3, 6.4): the product's upper bits depend on all of the hash's, which may be an
+  // address.
+  std::size_t PlaceOf(std::uint64_t hash) const { return (hash * 0x9E3779B97F4A7C15U) >> shift; }
+  std::size_t After(std::size_t place) const { return (place + 1) & (entries.size() - 1); }
+
+  Entry& Place(const Entry& entry) {
+    std::size_t place = PlaceOf(entry.Hash());
+    while (entries[place].IsUsed()) place = After(place);
+    return entries[place] = entry;
+  }
+
+  void Grow() {
+    const std::vector<Entry> old = std::exchange(entries, std::vector<Entry>(2 * entries.size()));
+    --shift;
+    for (const Entry& entry : old) {
+      if (entry.IsUsed()) Place(entry);
+    }
+  }
+
+  std::vector<Entry> entries = std::vector<Entry>(2);  // a power of two, at most half of them used
+  std::size_t count = 0;
+  int shift = 63;  // 64 less the bits of a place
+};
