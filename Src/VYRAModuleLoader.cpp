@@ -2,7 +2,9 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -46,9 +48,9 @@ bool IsFolder(const std::string& folder, const char* name) {
 }  // namespace
 
 void* VYRALoadDLL(const char* path) {
-  std::FILE* file = std::fopen(path, "rb");
-  if (file == nullptr) return nullptr;
-  std::fclose(file);
+  const int file = open(path, O_RDONLY | O_CLOEXEC);
+  if (file < 0) return nullptr;
+  close(file);
 
   void* handle = dlopen(path, RTLD_NOW);
   if (handle == nullptr) LogSystemError();

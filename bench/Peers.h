@@ -30,7 +30,7 @@ Loop SimGearFind(const std::vector<std::string>& names, const std::vector<std::s
 Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback);
 Loop BoostSignalsPass(std::size_t size, VYRAFlightLoop_f callback);
 
-// GLib's modules: opens a module, finds its five callbacks and closes it, all of `modules` per iteration.
+// GLib's modules: opens all of `modules`, finds their five callbacks each, and closes them.
 Loop GModuleCycle(const std::vector<std::filesystem::path>& modules);
 
 // The callbacks that a module of a plugin exports.

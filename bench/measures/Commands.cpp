@@ -1,7 +1,8 @@
 // A phase of a command, among many commands that plugins handle.
 #include <VYRAUtilities.h>
 
-#include <array>
+#include <memory>
+#include <string>
 #include <unordered_map>
 
 #include "../HostedLibrary.h"
@@ -11,6 +12,12 @@
 namespace bench {
 
 namespace {
+
+// A command as a host keeps it, in a place of its own. The library only sees its address.
+struct HostCommand {
+  std::string name;
+  std::string description;
+};
 
 int gCalls = 0;
 
@@ -36,10 +43,13 @@ Loop BareLookUp(const std::vector<VYRACommandRef>& commands, const std::vector<V
 
 void MeasureCommandPhase(Session& session, std::size_t size) {
   const HostedLibrary library;
-  // A host's commands are records of its own, 64 bytes each here; the library only sees their addresses.
-  std::vector<std::array<char, 64>> records(size);
+  std::vector<std::unique_ptr<HostCommand>> records;
   std::vector<VYRACommandRef> commands;
-  for (auto& record : records) commands.push_back(reinterpret_cast<VYRACommandRef>(record.data()));
+  for (std::size_t i = 0; i < size; ++i) {
+    records.push_back(std::make_unique<HostCommand>(HostCommand{
+        fmt::format("bench/area_{:02}/command_{:03}", i / 1000, i % 1000), fmt::format("Command {}", i)}));
+    commands.push_back(records.back().get());
+  }
   library.Share(size,
                 [&](std::size_t i) { VYRARegisterCommandHandler(commands[i], HandleCommand, 1, nullptr); });
   const std::vector<VYRACommandRef> asked = Shuffled(commands);

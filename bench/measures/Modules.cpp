@@ -19,10 +19,13 @@ void* BareOpen(const std::filesystem::path& path) {
   return module;
 }
 
+// All are open together before they are closed, as an aircraft's plugins are.
 Loop BareCycle(const Modules& modules) {
   return [&modules](benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) {
-      for (const std::filesystem::path& path : modules) dlclose(BareOpen(path));
+      std::vector<void*> open;
+      for (const std::filesystem::path& path : modules) open.push_back(BareOpen(path));
+      for (void* module : open) dlclose(module);
     }
   };
 }

@@ -11,18 +11,19 @@ namespace bench {
 Loop GModuleCycle(const std::vector<std::filesystem::path>& modules) {
   return [modules](benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) {
+      std::vector<GModule*> open;
       for (const std::filesystem::path& path : modules) {
-        GModule* module = g_module_open(path.c_str(), G_MODULE_BIND_LOCAL);
-        if (module == nullptr) {
+        open.push_back(g_module_open(path.c_str(), G_MODULE_BIND_LOCAL));
+        if (open.back() == nullptr) {
           state.SkipWithError(g_module_error());
           return;
         }
         for (const char* name : kModuleCallbacks) {
           gpointer symbol = nullptr;
-          benchmark::DoNotOptimize(g_module_symbol(module, name, &symbol));
+          benchmark::DoNotOptimize(g_module_symbol(open.back(), name, &symbol));
         }
-        g_module_close(module);
       }
+      for (GModule* module : open) g_module_close(module);
     }
   };
 }
