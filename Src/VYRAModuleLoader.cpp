@@ -10,6 +10,7 @@
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -21,6 +22,13 @@ namespace {
 void LogSystemError() {
   const char* error = dlerror();
   VYRA_dprintf("dlerror:%s\n", error != nullptr ? error : "");
+}
+
+bool CanBeOpened(const char* path) {
+  const int file = open(path, O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  close(file);
+  return true;
 }
 
 bool suffix_matches(std::string_view name, std::string_view pattern) {
@@ -48,12 +56,11 @@ bool IsFolder(const std::string& folder, const char* name) {
 }  // namespace
 
 void* VYRALoadDLL(const char* path) {
-  const int file = open(path, O_RDONLY | O_CLOEXEC);
-  if (file < 0) return nullptr;
-  close(file);
-
+  // A name without a slash would be searched for in the system's folders.
+  if (std::strchr(path, '/') == nullptr && !CanBeOpened(path)) return nullptr;
   void* handle = dlopen(path, RTLD_NOW);
-  if (handle == nullptr) LogSystemError();
+  // A file that is not there is no fault. Asked afterwards, as nearly every file is.
+  if (handle == nullptr && CanBeOpened(path)) LogSystemError();
   return handle;
 }
 
