@@ -10,24 +10,23 @@ int gDataCount = 0;
 
 namespace {
 
+std::uintptr_t GranuleOf(const void* address) {
+  return reinterpret_cast<std::uintptr_t>(address) / sizeof(VYRADataBlock);
+}
+
 // A block, found by where it starts. A granule is as long as a block, so at most one block starts in it, and
 // an address lies in a block that starts in the address's own granule or in the one before.
 struct BlockEntry {
-  std::uintptr_t granule = 0;
   const VYRADataBlock* block = nullptr;
   std::uint32_t owned = 0;  // a bit for each slot whose record has an owner
 
   bool IsUsed() const { return block != nullptr; }
-  std::uint64_t Hash() const { return granule; }
+  std::uint64_t Hash() const { return GranuleOf(block); }
 };
 static_assert(VYRADataBlock::kCapacity <= 32,
               "the slots of a block are counted in the bits of BlockEntry::owned");
 
 VYRAHashIndex<BlockEntry> gBlocks;
-
-std::uintptr_t GranuleOf(const void* address) {
-  return reinterpret_cast<std::uintptr_t>(address) / sizeof(VYRADataBlock);
-}
 
 // A slot that was handed out. The block of none is null.
 struct Slot {
@@ -53,7 +52,7 @@ Slot SlotOf(const VYRAData_t* pointer) {
 
 void AllocDataBlock() {
   auto* block = new VYRADataBlock;
-  gBlocks.Add({GranuleOf(block), block});
+  gBlocks.Add({block});
   if (gDataFree != nullptr) gDataFree->next = block;
   if (gDataBlock == nullptr) gDataBlock = block;
   gDataFree = block;

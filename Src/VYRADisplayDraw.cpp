@@ -1,4 +1,6 @@
 // Draw callbacks, and the steps of the host's frame that call them.
+#include <bitset>
+
 #include "VYRADisplayRecords.h"
 #include "VYRADisplayRegistration.h"
 #include "VYRALoaderFeatures.h"
@@ -26,19 +28,36 @@ bool WantsPass(const VYRADrawCallbackRecord& record, int isReflection) {
   return isReflection != 1 || VYRAHasFeatureInternal(record.plugin, kFeatureWantsReflections) != 0;
 }
 
+// Which phases may have callbacks. A frame asks for every phase, and most have none: those are not searched
+// for among the callbacks of all the others. A phase whose search finds nobody is noted as free again.
+constexpr int kLastPhase = 102;
+std::bitset<2 * (kLastPhase + 1)> gPhasesInUse;
+
+std::size_t PlaceOf(int phase, int isBefore) { return static_cast<std::size_t>(2 * phase + isBefore); }
+
+void NotePhase(int phase, int isBefore) {
+  // Callbacks for anything else are never called.
+  if (phase < 0 || phase > kLastPhase || isBefore < 0 || isBefore > 1) return;
+  gPhasesInUse.set(PlaceOf(phase, isBefore));
+}
+
 int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
+  if (!gPhasesInUse.test(PlaceOf(phase, isBefore))) return 1;
+  bool inUse = false;
   int result = 1;
   const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRADrawCallbackRecord> walk(gDrawCallbacks);
   const auto isMeant = [&](const VYRADrawCallbackRecord& record) {
-    return record.phase == phase && record.wantsBefore == isBefore && !record.is_dead() &&
-           record.callback != nullptr && WantsPass(record, isReflection);
+    if (record.phase != phase || record.wantsBefore != isBefore) return false;
+    inUse = true;
+    return !record.is_dead() && record.callback != nullptr && WantsPass(record, isReflection);
   };
   VYRADrawCallbackRecord* record = nullptr;
   while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
     if (dispatch(record->plugin)) result &= record->callback(phase, isBefore, record->refcon);
   }
+  if (!inUse) gPhasesInUse.reset(PlaceOf(phase, isBefore));
   return result;
 }
 
@@ -93,6 +112,7 @@ static_assert(kStepCount == 27 && kSteps[kWindowStep].phase == 50 && kSteps[26].
 }  // namespace
 
 int VYRARegisterDrawCallback(VYRADrawCallback_f callback, int phase, int wantsBefore, void* refcon) {
+  NotePhase(phase, wantsBefore);
   return VYRADisplayRegister(gDrawCallbacks, NewRecord(callback, phase, wantsBefore, refcon), IsSame);
 }
 
