@@ -32,11 +32,12 @@ struct Key {
 // Kept: the walk has no end, so the list's depth rises with every key, and removals wait for the end of the
 // next registration, unregistration or cleanup; and only the sniffers before the windows are asked whether
 // they are dead.
-bool SnifferConsumes(const Key& pressed, bool beforeWindows) {
+template <bool beforeWindows>
+bool SnifferConsumes(const Key& pressed) {
   const StDispatchWalk dispatch;
   VYRAResourceWalk<VYRAKeyCallbackRecord> walk(gKeyCallbacks);
   walk.LeaveOpen();
-  const auto isMeant = [=](const VYRAKeyCallbackRecord& record) {
+  const auto isMeant = [](const VYRAKeyCallbackRecord& record) {
     if ((record.beforeWindows != 0) != beforeWindows || record.callback == nullptr) return false;
     return !beforeWindows || !record.is_dead();
   };
@@ -73,8 +74,8 @@ int VYRAUnregisterKeySniffer(VYRAKeySniffer_f callback, int beforeWindows, void*
 int VYRADisplayKeyPressHook(char key, int flags, char virtualKey) {
   if (key == 0 && flags == 0 && virtualKey == 0) return 1;
   const Key pressed = {key, flags, virtualKey};
-  if (SnifferConsumes(pressed, true)) return 0;
+  if (SnifferConsumes<true>(pressed)) return 0;
   if (VYRADispatchHotKey(virtualKey, flags)) return 0;
   if (FocusWindowConsumes(pressed)) return 0;
-  return SnifferConsumes(pressed, false) ? 0 : 1;
+  return SnifferConsumes<false>(pressed) ? 0 : 1;
 }

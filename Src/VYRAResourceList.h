@@ -8,6 +8,8 @@
 #include <memory>
 #include <vector>
 
+#include "VYRARecordPool.h"
+
 template <class T>
 class VYRAResourceList;
 template <class T>
@@ -15,7 +17,7 @@ class VYRAResourceWalk;
 
 // The base of every record of a list.
 template <class T>
-class VYRAResource_t {
+class VYRAResource_t : public VYRAPooled_t<T> {
  public:
   T* get_next() const { return next; }
   T* get_prev() const { return prev; }

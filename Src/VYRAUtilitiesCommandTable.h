@@ -6,9 +6,10 @@
 
 #include "VYRAHashIndex.h"
 #include "VYRAOwnedRecords.h"
+#include "VYRARecordPool.h"
 #include "VYRAUtilities.h"
 
-struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t> {
+struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t>, VYRAPooled_t<VYRACommandCB_t> {
   VYRACommandHandler_f callback = nullptr;  // null once it was removed
   int plugin = VYRA_NO_PLUGIN;
   void* refcon = nullptr;

@@ -121,7 +121,7 @@ void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f han
   // Kept: before the host the newest handler comes first, after it the oldest. The plugin that hooked in
   // front of a command last is to see it first.
   while (before == 0 && *link != nullptr) link = &(*link)->next;
-  *link = new Handler{{}, handler, gDispatchedPlugin, refcon, ++gRegistrations, *link, command};
+  *link = new Handler{{}, {}, handler, gDispatchedPlugin, refcon, ++gRegistrations, *link, command};
   hooks.owned.Add(gDispatchedPlugin, *link);
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Session.h"
+#include "UsedHeap.h"
 
 namespace bench {
 
@@ -27,8 +28,8 @@ Loop SimGearReadVariable(Value* variable);
 Loop SimGearFind(const std::vector<std::string>& names, const std::vector<std::string>& asked);
 
 // A signal with `size` slots, emitted once per iteration.
-Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback);
-Loop BoostSignalsPass(std::size_t size, VYRAFlightLoop_f callback);
+Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback, UsedHeap& heap);
+Loop BoostSignalsPass(std::size_t size, VYRAFlightLoop_f callback, UsedHeap& heap);
 
 // GLib's modules: opens all of `modules`, finds their five callbacks each, and closes them.
 Loop GModuleCycle(const std::vector<std::filesystem::path>& modules);

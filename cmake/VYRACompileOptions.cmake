@@ -13,4 +13,6 @@ if(VYRA_SANITIZERS)
   set(sanitizerFlags -fsanitize=${VYRA_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(vyra_compile_options INTERFACE ${sanitizerFlags})
   target_link_options(vyra_compile_options INTERFACE ${sanitizerFlags})
+  # A sanitizer sees what becomes of records only when each is an allocation of its own.
+  target_compile_definitions(vyra_compile_options INTERFACE VYRA_RECORDS_FROM_HEAP)
 endif()

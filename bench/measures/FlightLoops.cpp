@@ -4,6 +4,7 @@
 #include "../Bare.h"
 #include "../HostedLibrary.h"
 #include "../Peers.h"
+#include "../UsedHeap.h"
 #include "Measures.h"
 
 namespace bench {
@@ -18,8 +19,9 @@ float CountCall(float /*sinceLastCall*/, float /*now*/, int /*counter*/, void* /
   return -1.0F;
 }
 
-void Create(const HostedLibrary& library, std::size_t size, float interval) {
-  library.Share(size, [=](std::size_t) {
+void Create(const HostedLibrary& library, std::size_t size, float interval, UsedHeap& heap) {
+  library.Share(size, [&, interval](std::size_t) {
+    heap.Allocate();
     const VYRAFlightLoopParams params{sizeof params, VYRA_FLIGHT_LOOP_PHASE_0, CountCall, nullptr};
     VYRAScheduleFlightLoop(VYRACreateFlightLoop(&params), interval, 1);
   });
@@ -44,17 +46,19 @@ Loop BareFlightLoops(std::size_t size) {
 
 void MeasureDueFlightLoops(Session& session, std::size_t size) {
   const HostedLibrary library;
-  Create(library, size, -1.0F);
+  UsedHeap heap;
+  Create(library, size, -1.0F, heap);
   session.Compare("due flight loop", size, size,
                   {{kLibrary, LibraryPass(static_cast<int>(size))},
                    {kBareCall, BareFlightLoops(size)},
-                   {kSigc, SigcPass(size, CountCall)},
-                   {kBoostSignals, BoostSignalsPass(size, CountCall)}});
+                   {kSigc, SigcPass(size, CountCall, heap)},
+                   {kBoostSignals, BoostSignalsPass(size, CountCall, heap)}});
 }
 
 void MeasureIdleFlightLoops(Session& session, std::size_t size) {
   const HostedLibrary library;
-  Create(library, size, 1e9F);
+  UsedHeap heap;
+  Create(library, size, 1e9F, heap);
   session.Compare("flight loop that is not due", size, size,
                   {{kLibrary, LibraryPass(0)}, {kBareCall, BareFlightLoops(size)}});
 }

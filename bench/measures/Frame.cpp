@@ -22,9 +22,9 @@ void RunFrame(const std::vector<VYRACommandRef>& commands) {
 // Whether every worker did its whole load in every frame.
 bool IsComplete(const WorkerTally& tally, long frames, long workers) {
   const long turns = frames * workers;
-  return tally.flightLoops == turns * kWorkerFlightLoops && tally.reads == turns * kWorkerReads &&
-         tally.writes == turns * kWorkerWrites && tally.drawCallbacks == turns * kWorkerDrawCallbacks &&
-         tally.windows == turns && tally.commands == turns;
+  return tally.flightLoops == turns * kWorkerFlightLoops &&
+         tally.drawCallbacks == turns * kWorkerDrawCallbacks && tally.windows == turns &&
+         tally.commands == turns;
 }
 
 }  // namespace

@@ -10,9 +10,12 @@ namespace bench {
 
 #ifdef BENCH_WITH_SIGC
 
-Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback) {
+Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback, UsedHeap& heap) {
   const auto signal = std::make_shared<sigc::signal<float, float, float, int, void*>>();
-  for (std::size_t i = 0; i < size; ++i) signal->connect(sigc::ptr_fun(callback));
+  for (std::size_t i = 0; i < size; ++i) {
+    heap.Allocate();
+    signal->connect(sigc::ptr_fun(callback));
+  }
   return [signal](benchmark::State& state) {
     for ([[maybe_unused]] auto iteration : state) signal->emit(0.02F, 1.0F, 1, nullptr);
   };
@@ -20,7 +23,7 @@ Loop SigcPass(std::size_t size, VYRAFlightLoop_f callback) {
 
 #else
 
-Loop SigcPass(std::size_t /*size*/, VYRAFlightLoop_f /*callback*/) { return {}; }
+Loop SigcPass(std::size_t /*size*/, VYRAFlightLoop_f /*callback*/, UsedHeap& /*heap*/) { return {}; }
 
 #endif
 

@@ -54,8 +54,6 @@ float Work(float /*sinceLastCall*/, float /*now*/, int counter, void* refcon) {
     VYRASetDataf(gNeighborsValues[first + i], sum * 0.01F + static_cast<float>(counter));
   }
   ++gFrame.tally->flightLoops;
-  gFrame.tally->reads += kReadsPerLoop;
-  gFrame.tally->writes += kWritesPerLoop;
   return -1.0F;
 }
 

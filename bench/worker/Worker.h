@@ -16,8 +16,6 @@ struct WorkerJob {
 // What the workers did in the frames so far.
 struct WorkerTally {
   long flightLoops = 0;
-  long reads = 0;
-  long writes = 0;
   long drawCallbacks = 0;
   long windows = 0;
   long commands = 0;
