@@ -1,6 +1,7 @@
 // Datarefs: finding, checking, typed access through the owner, and who owns a name when.
 #include "PluginFixture.h"
 #include "VYRADataAccessRegistry.h"
+#include "VYRALoaderLifecycle.h"
 
 namespace {
 
@@ -120,6 +121,45 @@ TEST_F(DataAccess, OnlyTheOwnerUnregistersAndOnlyRealHandles) {
   EXPECT_EQ(hosts->owner, 0);
   const std::string notOwned = "1: Dataref is not owned by you - you cannot unregsiter.";
   EXPECT_EQ(errors, (Lines{notOwned, "1: Dataref is illegal and cannot be unregistered.", notOwned}));
+}
+
+TEST_F(DataAccess, EveryNameAndHandleIsKnownAmongThousands) {
+  const auto name = [](int i) { return "test/" + std::to_string(i); };
+  std::vector<VYRADataRef> handles;
+  for (int i = 0; i < 5000; ++i) handles.push_back(Publish(name(i).c_str(), VYRA_TYPE_INT, 1));
+  for (int i = 0; i < 5000; i += 7) VYRAUnregisterDataAccessor(handles[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < 5000; ++i) {
+    const VYRADataRef handle = handles[static_cast<std::size_t>(i)];
+    const bool owned = i % 7 != 0;
+    EXPECT_EQ(VYRAFindDataRef(name(i).c_str()), owned ? handle : nullptr) << i;
+    EXPECT_EQ(VYRAIsDataRefGood(handle), owned ? 1 : 0) << i;
+    EXPECT_EQ(DataIsValid(handle), handle) << i;
+    EXPECT_EQ(gDataRefs.at(name(i)), handle) << i;
+  }
+  EXPECT_EQ(VYRAFindDataRef("test/5000"), nullptr);
+  for (const VYRADataBlock* block = gDataBlock; block != nullptr; block = block->next) {
+    auto* const before = const_cast<VYRAData_t*>(block->slots) - 1;
+    EXPECT_EQ(DataIsValid(before), nullptr);
+  }
+}
+
+TEST_F(DataAccess, LeavingPluginGivesUpWhatItStillOwnsAndNothingElse) {
+  const VYRAPluginID leaver = AddPlugin("leaver");
+  const VYRAPluginID other = AddPlugin("other");
+  std::vector<VYRADataRef> handles;
+  RunAs(leaver, [&] {
+    for (const char* name : {"test/a", "test/b", "test/c", "test/d"}) {
+      handles.push_back(Publish(name, VYRA_TYPE_INT, 1));
+    }
+    VYRAUnregisterDataAccessor(handles[1]);
+    VYRAUnregisterDataAccessor(handles[2]);
+  });
+  RunAs(other, [] { return Publish("test/b", VYRA_TYPE_INT, 1); });
+  RunAs(leaver, [] { return Publish("test/c", VYRA_TYPE_INT, 1); });
+  UnloadOnePlugin(leaver);
+  std::string owners;
+  for (const VYRADataRef handle : handles) owners += std::to_string(handle->owner) + " ";
+  EXPECT_EQ(owners, "-1 2 -1 -1 ");
 }
 
 TEST_F(DataAccess, HandlesStayWhileThePoolGrowsAndOnlySlotsHandedOutAreGood) {

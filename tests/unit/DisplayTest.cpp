@@ -63,6 +63,17 @@ TEST_F(Display, StepsServeTheirPhasesInTheHostsOrder) {
             "1");
 }
 
+TEST_F(Display, PhaseIsServedAgainWhenItsCallbacksCameBack) {
+  constexpr int kBeforeWindows = 19;  // phase 50
+  for (int round = 0; round < 2; ++round) {
+    VYRARegisterDrawCallback(Draw, 50, 1, &a);
+    EXPECT_EQ((VYRADisplayDoDrawingHook(kBeforeWindows, 0), Traced()), "a ");
+    VYRAUnregisterDrawCallback(Draw, 50, 1, &a);
+    for (int frame = 0; frame < 2; ++frame) VYRADisplayDoDrawingHook(kBeforeWindows, 0);
+    EXPECT_EQ(Traced(), "");
+  }
+}
+
 TEST_F(Display, DrawResultsCombineBitByBit) {
   const auto result = [](int first, int second) {
     a.result = first;

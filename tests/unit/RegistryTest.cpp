@@ -35,6 +35,18 @@ TEST_F(Registry, ScopeSwitchesThePluginEvenWhenItRefusesAndPutsItBack) {
   EXPECT_EQ(VYRAGetMyID(), 0);
 }
 
+TEST_F(Registry, EachOfManyPluginsIsEnabledByItselfAndNoneIsOnceItsPlaceIsGone) {
+  constexpr int kPlugins = 700;
+  for (int i = 1; i <= kPlugins; ++i) VYRARegistrySetEnabled(AddPlugin(std::to_string(i)), i % 3 == 0);
+  for (int i = 1; i <= kPlugins; ++i) EXPECT_EQ(VYRAIsPluginEnabled(i), i % 3 == 0) << i;
+  VYRARegistrySetEnabled(kPlugins, true);
+  VYRARegistryDropLast();
+  EXPECT_EQ(VYRAIsPluginEnabled(kPlugins), 0);
+  EXPECT_FALSE(StDispatchCallback(kPlugins)());
+  VYRARegistryAppend({});
+  EXPECT_EQ(VYRAIsPluginEnabled(kPlugins), 0);
+}
+
 TEST_F(Registry, HostIsFoundByItsPathAndByAnEmptySignature) {
   const VYRAPluginID plugin = AddPlugin("org.example.a");
   Record(plugin).path = "/somewhere/a.vyp";
