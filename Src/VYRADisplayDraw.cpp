@@ -31,9 +31,11 @@ bool WantsPass(const VYRADrawCallbackRecord& record, int isReflection) {
 // Which phases may have callbacks. A frame asks for every phase, and most have none: those are not searched
 // for among the callbacks of all the others. A phase whose search finds nobody is noted as free again.
 constexpr int kLastPhase = 102;
-std::bitset<2 * (kLastPhase + 1)> gPhasesInUse;
+std::bitset<std::size_t{2} * (kLastPhase + 1)> gPhasesInUse;
 
-std::size_t PlaceOf(int phase, int isBefore) { return static_cast<std::size_t>(2 * phase + isBefore); }
+std::size_t PlaceOf(int phase, int isBefore) {
+  return 2 * static_cast<std::size_t>(phase) + static_cast<std::size_t>(isBefore);
+}
 
 void NotePhase(int phase, int isBefore) {
   // Callbacks for anything else are never called.

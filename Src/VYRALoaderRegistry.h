@@ -39,8 +39,9 @@ struct PluginRecord {
 extern std::vector<PluginRecord> gAllPlugins;
 
 // Whose code may be called: that of enabled plugins, and the host's even before it has a record. Indexed by
-// any ID that was ever given out, or by VYRA_NO_PLUGIN, who may not be called. It stands beside the records
-// because every call into a plugin asks: one load answers.
+// the owner of a record: an ID that was given out once, or VYRA_NO_PLUGIN, who may not be called. It stands
+// beside the plugins' records because every call into a plugin asks: one load answers. Hidden, as the two
+// below, so that the code reaches it without a detour through the module's table of addresses.
 [[gnu::visibility("hidden")]] extern const char* gCallable;
 
 // The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
@@ -77,11 +78,13 @@ inline bool VYRARegistryIsLoaded(VYRAPluginID plugin) {
 }
 
 // A call into a plugin: makes it the dispatched plugin while the scope lasts, and says whether it may be
-// called.
+// called. Before anything is loaded the host, and nobody else, may be.
 class StDispatchCallback {
  public:
   explicit StDispatchCallback(VYRAPluginID plugin)
-      : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth), mayCall(gCallable[plugin] != 0) {
+      : savedPlugin(gDispatchedPlugin),
+        savedDepth(gDispatchDepth),
+        mayCall(VYRARegistryIsEnabled(plugin) || (plugin == VYRA_HOST_PLUGIN && gAllPlugins.empty())) {
     gDispatchedPlugin = plugin;
     gDispatchDepth = savedDepth + 1;
   }
@@ -117,7 +120,8 @@ class StDispatchWalk {
   StDispatchWalk(const StDispatchWalk&) = delete;
   StDispatchWalk& operator=(const StDispatchWalk&) = delete;
 
-  // Makes a plugin the dispatched one, in place of the last, and says whether it may be called.
+  // Makes the owner of a record the dispatched plugin, in place of the last, and says whether it may be
+  // called.
   bool operator()(VYRAPluginID plugin) const {
     gDispatchedPlugin = plugin;
     return gCallable[plugin] != 0;

@@ -39,7 +39,7 @@ class VYRAOwnedRecords {
 
  private:
   // VYRA_NO_PLUGIN, which is -1, has a chain as well.
-  static std::size_t PlaceOf(int plugin) { return static_cast<std::size_t>(plugin + 1); }
+  static std::size_t PlaceOf(int plugin) { return static_cast<std::size_t>(plugin) + 1; }
 
   std::vector<T*> chains;
 };

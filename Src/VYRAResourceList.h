@@ -29,6 +29,7 @@ class VYRAResource_t : public VYRAPooled_t<T> {
   T* next = nullptr;
   T* prev = nullptr;
   T* nextDead = nullptr;
+  T* nextDropped = nullptr;
   bool dead = false;  // last, with onDeadChain: a record's own fields start in the rest of their word
   bool onDeadChain = false;
 };
@@ -155,19 +156,28 @@ class VYRAResourceList {
 
   // A run of records was dropped from the list; this is its last one. It still names the record that used
   // to follow it, and a walk inside the run would go there, so the list keeps that link true.
-  void NoteDropped(T* tail) { droppedTails.push_back(tail); }
+  void NoteDropped(T* tail) {
+    tail->nextDropped = droppedTails;
+    droppedTails = tail;
+  }
 
   // Mends the dropped runs for a record that is being unlinked: those that lead to it, and its own.
   void UnlinkDropped(T* item) {
-    if (droppedTails.empty()) return;
-    for (T*& tail : droppedTails) {
-      if (tail == item) {
-        tail = item->prev;
-      } else if (tail->next == item) {
-        tail->next = item->next;
+    T** link = &droppedTails;
+    while (T* tail = *link) {
+      if (tail != item) {
+        if (tail->next == item) tail->next = item->next;
+        link = &tail->nextDropped;
+        continue;
+      }
+      *link = tail->nextDropped;
+      tail->nextDropped = nullptr;
+      if (tail->prev != nullptr) {
+        tail->prev->nextDropped = *link;
+        *link = tail->prev;
+        link = &tail->prev->nextDropped;
       }
     }
-    std::erase(droppedTails, nullptr);
   }
 
   T* head = nullptr;      // an anchor into the chain: the first record, or after a reverse begin the last
@@ -175,7 +185,7 @@ class VYRAResourceList {
   int iterationDepth = 0;
   bool needsClean = false;
   VYRAResourceWalk<T>* walks = nullptr;  // the innermost walk in progress
-  std::vector<T*> droppedTails;
+  T* droppedTails = nullptr;
 };
 
 // A walk in progress. It begins when it is made and ends with its scope, also when a callback throws:
@@ -226,7 +236,7 @@ class VYRAResourceWalk {
   template <class Predicate>
   T* NextWhere(Predicate wanted, T* last) {
     for (;;) {
-      if (!onDetour) [[likely]] {
+      if (!onDetour && last != nullptr) [[likely]] {
         while (T* item = last->get_next()) {
           if (wanted(*item)) return record = item;
           last = item;

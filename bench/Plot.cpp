@@ -65,7 +65,7 @@ std::string Script(const std::string& path, const std::vector<Panel>& panels) {
       "set terminal svg size {},{} font 'sans-serif,11' background rgb 'white'\n"
       "set output '{}'\n"
       "set multiplot layout {},{}\n"
-      "set logscale xy\nset grid lc rgb '#dddddd'\nset key top left reverse Left samplen 1.5\n"
+      "set logscale xy\nset grid lc rgb '#dddddd'\nset key above left horizontal reverse Left samplen 1.5\n"
       "set format x '10^{{%T}}'\nset xlabel 'size'\nset ylabel 'nanoseconds'\nset yrange [*<1:*]\n",
       kColumns * 380, rows * 300, path, rows, kColumns);
   for (const Panel& panel : panels) script += PanelScript(panel);

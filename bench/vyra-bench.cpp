@@ -41,8 +41,7 @@ Measure Once(const char* name, void (*run)(Session&)) {
 }
 
 // In the order that Measures.h asks for.
-std::vector<Measure> AllMeasures(bool quick) {
-  const std::size_t startUp = quick ? 20 : 500;
+std::vector<Measure> AllMeasures() {
   return {{"find", bench::MeasureFind, kGrowth},
           {"check", bench::MeasureCheck, kGrowth},
           Once("access", bench::MeasureReadsAndWrites),
@@ -53,16 +52,16 @@ std::vector<Measure> AllMeasures(bool quick) {
           {"windows", bench::MeasureWindows, kGrowth},
           {"commands", bench::MeasureCommandPhase, kGrowth},
           {"shared", bench::MeasureSharedDataWrite, kGrowth},
-          {"frame", bench::MeasureFrame, {100}},
+          {"frame", bench::MeasureFrame, {10, 100}},
           Once("cycle", bench::MeasureModuleCycle),
-          {"start-up", bench::MeasureStartUp, {startUp}},
-          {"dataref-memory", bench::MeasureDataRefMemory, {quick ? 100U : 100'000U}},
-          {"plugin-memory", bench::MeasurePluginMemory, {startUp}}};
+          {"start-up", bench::MeasureStartUp, {10, 100, 500}},
+          Once("dataref-memory", bench::MeasureDataRefMemory),
+          Once("plugin-memory", bench::MeasurePluginMemory)};
 }
 
 void Run(Session& session, const CommandLine& line) {
   const std::regex wanted(line.only);
-  for (const Measure& measure : AllMeasures(line.quick)) {
+  for (const Measure& measure : AllMeasures()) {
     if (!std::regex_search(measure.name, wanted)) continue;
     fmt::print("{}\n", measure.name);
     for (const std::size_t size : measure.sizes) {

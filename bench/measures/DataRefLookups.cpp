@@ -43,7 +43,7 @@ void MeasureFind(Session& session, std::size_t size) {
       if (++next == asked.size()) next = 0;
     }
   };
-  session.Compare("find", size, 1,
+  session.Compare("find by name", size, 1,
                   {{kLibrary, HostedLibrary::As(kCaller, find)},
                    {kBareTable, BareFind(names, asked)},
                    {kSimGear, SimGearFind(names, asked)}});
@@ -52,13 +52,14 @@ void MeasureFind(Session& session, std::size_t size) {
 void MeasureCheck(Session& session, std::size_t size) {
   const HostedLibrary library;
   const std::vector<VYRADataRef> handles = Shuffled(PublishInts(library, size));
-  session.Compare("check", size, 1, {{kLibrary, HostedLibrary::As(kCaller, [&](benchmark::State& state) {
-                                        std::size_t next = 0;
-                                        for ([[maybe_unused]] auto iteration : state) {
-                                          benchmark::DoNotOptimize(VYRAIsDataRefGood(handles[next]));
-                                          if (++next == handles.size()) next = 0;
-                                        }
-                                      })}});
+  session.Compare("check a handle", size, 1,
+                  {{kLibrary, HostedLibrary::As(kCaller, [&](benchmark::State& state) {
+                      std::size_t next = 0;
+                      for ([[maybe_unused]] auto iteration : state) {
+                        benchmark::DoNotOptimize(VYRAIsDataRefGood(handles[next]));
+                        if (++next == handles.size()) next = 0;
+                      }
+                    })}});
 }
 
 }  // namespace bench

@@ -35,8 +35,8 @@ void MeasureSharedDataWrite(Session& session, std::size_t size);
 void MeasureModuleCycle(Session& session);
 void MeasureStartUp(Session& session, std::size_t size);
 
-void MeasureDataRefMemory(Session& session, std::size_t size);
-void MeasurePluginMemory(Session& session, std::size_t size);
+void MeasureDataRefMemory(Session& session);
+void MeasurePluginMemory(Session& session);
 
 void MeasureFrame(Session& session, std::size_t size);
 

@@ -18,9 +18,10 @@ double BytesInUse() {
 
 }  // namespace
 
-void MeasureDataRefMemory(Session& session, std::size_t size) {
+void MeasureDataRefMemory(Session& session) {
   const HostedLibrary library;
-  const std::size_t first = session.Options().largest;  // names that no measure has published yet
+  const std::size_t size = session.Options().largest;
+  const std::size_t first = size;  // names that no measure has published yet
   double names = 0;
   for (std::size_t i = 0; i < size; ++i) names += static_cast<double>(DataRefName(first + i).size() + 1);
   const double before = BytesInUse();
@@ -30,13 +31,15 @@ void MeasureDataRefMemory(Session& session, std::size_t size) {
                (after - before - names) / static_cast<double>(size));
 }
 
-void MeasurePluginMemory(Session& session, std::size_t size) {
+void MeasurePluginMemory(Session& session) {
+  constexpr std::size_t kPlugins = 100;
   const TemporaryFolder folder;
-  const std::vector<std::filesystem::path> modules = CopyWorkers(folder.Path() / "Resources/plugins", size);
+  const std::vector<std::filesystem::path> modules =
+      CopyWorkers(folder.Path() / "Resources/plugins", kPlugins);
 
   const double before = BytesInUse();
   std::vector<void*> open;
-  open.reserve(size);
+  open.reserve(kPlugins);
   for (const std::filesystem::path& path : modules) open.push_back(dlopen(path.c_str(), RTLD_NOW));
   const double bare = BytesInUse() - before;
   for (void* module : open) dlclose(module);
