@@ -80,9 +80,7 @@ void Report(const Session& session, const CommandLine& line) {
   if (!line.plot.empty()) bench::WritePlot(line.plot, session);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int RunCommandLine(int argc, char** argv) {
   CommandLine line;
   CLI::App app("vyra-bench: what the library costs, beside its peers and the bare machine.", "vyra-bench");
   app.add_flag("--quick", line.quick, "Run everything once and briefly, up to size 100: shows that it runs.");
@@ -95,13 +93,20 @@ int main(int argc, char** argv) {
   app.add_option("--plot", line.plot, "Draw cost against size into this file, an SVG (needs gnuplot)");
   CLI11_PARSE(app, argc, argv);
 
+  Session session(line.quick ? bench::SessionOptions{1, 0.001, 100}
+                             : bench::SessionOptions{line.repetitions, 0.005, 100'000});
+  Run(session, line);
+  Report(session, line);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
   try {
-    Session session(line.quick ? bench::SessionOptions{1, 0.001, 100}
-                               : bench::SessionOptions{line.repetitions, 0.005, 100'000});
-    Run(session, line);
-    Report(session, line);
+    return RunCommandLine(argc, argv);
   } catch (const std::exception& error) {
-    fmt::print(stderr, "vyra-bench: {}\n", error.what());
+    std::fprintf(stderr, "vyra-bench: %s\n", error.what());
     return 1;
   }
 }

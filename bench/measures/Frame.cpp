@@ -31,8 +31,9 @@ bool IsComplete(const WorkerTally& tally, long frames, long workers) {
 
 void MeasureFrame(Session& session, std::size_t size) {
   const HostedLibrary library(size);
-  std::vector<VYRACommandRef> commands;
   std::vector<char> commandRecords(size);
+  std::vector<VYRACommandRef> commands;
+  commands.reserve(size);
   WorkerTally tally;
   for (char& record : commandRecords) commands.push_back(reinterpret_cast<VYRACommandRef>(&record));
   for (const int message : {kMessagePublish, kMessageJoinFrame}) {

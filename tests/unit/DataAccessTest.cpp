@@ -126,6 +126,7 @@ TEST_F(DataAccess, OnlyTheOwnerUnregistersAndOnlyRealHandles) {
 TEST_F(DataAccess, EveryNameAndHandleIsKnownAmongThousands) {
   const auto name = [](int i) { return "test/" + std::to_string(i); };
   std::vector<VYRADataRef> handles;
+  handles.reserve(5000);
   for (int i = 0; i < 5000; ++i) handles.push_back(Publish(name(i).c_str(), VYRA_TYPE_INT, 1));
   for (int i = 0; i < 5000; i += 7) VYRAUnregisterDataAccessor(handles[static_cast<std::size_t>(i)]);
   for (int i = 0; i < 5000; ++i) {
