@@ -82,5 +82,5 @@ void NoteDataIsOwned(const VYRAData_t* record, bool owned) {
 const char* DebugDataRefName(VYRADataRef dataRef) {
   if (dataRef == nullptr) return "(null dataref)";
   const VYRAData_t* record = DataIsValid(dataRef);
-  return record != nullptr ? record->name.c_str() : "(invalid dataref)";
+  return record != nullptr ? record->name.data() : "(invalid dataref)";
 }

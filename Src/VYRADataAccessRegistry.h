@@ -4,14 +4,13 @@
 
 #include <cstddef>
 #include <map>
-#include <string>
 #include <string_view>
 
 #include "VYRADataAccess.h"
 #include "VYRAOwnedRecords.h"
 
 struct VYRAData_t : VYRAOwned_t<VYRAData_t> {
-  std::string name;
+  std::string_view name;  // terminated; kept as long as the record
   int types = 0;
   int writable = 0;
   int owner = VYRA_NO_PLUGIN;  // the plugin that publishes it, if any does; changed by SetDataRefOwner alone
@@ -51,10 +50,10 @@ extern int gDataCount;             // records handed out
 VYRAData_t* AllocDataRef();
 
 // The record of a name, owned or not, or null. Answered from an index beside the map.
-VYRAData_t* FindDataRecord(std::string_view name);
+VYRAData_t* FindDataRecord(const char* name);
 
 // The record of a name, made when there is none.
-VYRAData_t* FindOrAddDataRecord(std::string_view name);
+VYRAData_t* FindOrAddDataRecord(const char* name);
 
 // Makes a plugin, or with VYRA_NO_PLUGIN nobody, the owner of a record.
 void SetDataRefOwner(VYRAData_t* record, int plugin);
