@@ -27,9 +27,7 @@ void Write(const VYRAData_t* record, void (*VYRAData_t::*accessor)(void*, Rest..
 }  // namespace
 
 VYRADataRef VYRAFindDataRef(const char* name) {
-  if (name == nullptr) return nullptr;
-  VYRAData_t* record = FindDataRecord(name);
-  return record != nullptr && record->owner != VYRA_NO_PLUGIN ? record : nullptr;
+  return name != nullptr ? FindOwnedDataRecord(name) : nullptr;
 }
 
 int VYRAIsDataRefGood(VYRADataRef dataRef) { return DataIsOwned(dataRef) ? 1 : 0; }

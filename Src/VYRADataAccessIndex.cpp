@@ -12,11 +12,12 @@ std::map<std::string_view, VYRAData_t*> gDataRefs;
 
 namespace {
 
-// The name is that of the record, to be compared while the record itself is still on its way from memory.
+// Holds what a look-up asks of a record.
 struct NameEntry {
-  std::uint64_t hash = 0;
   VYRAData_t* record = nullptr;
   const char* name = nullptr;
+  std::uint32_t hash = 0;
+  bool isOwned = false;
 
   bool IsUsed() const { return record != nullptr; }
   std::uint64_t Hash() const { return hash; }
@@ -24,7 +25,9 @@ struct NameEntry {
 
 VYRAHashIndex<NameEntry> gNames;
 
-std::uint64_t HashOf(std::string_view name) { return std::hash<std::string_view>()(name); }
+std::uint32_t HashOf(std::string_view name) {
+  return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
+}
 
 VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
 
@@ -45,31 +48,35 @@ std::string_view KeepName(std::string_view name) {
   return {kept, name.size()};
 }
 
-VYRAData_t* Find(std::uint64_t hash, const char* name) {
-  const NameEntry* entry =
-      gNames.Find(hash, [&](const NameEntry& candidate) { return std::strcmp(candidate.name, name) == 0; });
-  return entry != nullptr ? entry->record : nullptr;
+NameEntry* Find(std::uint32_t hash, const char* name) {
+  return gNames.Find(hash,
+                     [&](const NameEntry& candidate) { return std::strcmp(candidate.name, name) == 0; });
 }
 
 }  // namespace
 
-VYRAData_t* FindDataRecord(const char* name) { return Find(HashOf(name), name); }
+VYRAData_t* FindOwnedDataRecord(const char* name) {
+  const NameEntry* entry = Find(HashOf(name), name);
+  return entry != nullptr && entry->isOwned ? entry->record : nullptr;
+}
 
 VYRAData_t* FindOrAddDataRecord(const char* name) {
-  const std::uint64_t hash = HashOf(name);
-  if (VYRAData_t* found = Find(hash, name)) return found;
+  const std::uint32_t hash = HashOf(name);
+  if (const NameEntry* found = Find(hash, name)) return found->record;
   VYRAData_t* record = AllocDataRef();
   record->name = KeepName(name);
   gDataRefs.emplace(record->name, record);
-  gNames.Add({hash, record, record->name.data()});
+  gNames.Add({record, record->name.data(), hash, false});
   return record;
 }
 
 void SetDataRefOwner(VYRAData_t* record, int plugin) {
+  const bool isOwned = plugin != VYRA_NO_PLUGIN;
   if (record->owner != VYRA_NO_PLUGIN) gOwnedDataRefs.Remove(record->owner, record);
   record->owner = plugin;
-  if (plugin != VYRA_NO_PLUGIN) gOwnedDataRefs.Add(plugin, record);
-  NoteDataIsOwned(record, plugin != VYRA_NO_PLUGIN);
+  if (isOwned) gOwnedDataRefs.Add(plugin, record);
+  NoteDataIsOwned(record, isOwned);
+  Find(HashOf(record->name), record->name.data())->isOwned = isOwned;
 }
 
 void VYRADataRefsCleanupHook(int plugin) {

@@ -49,8 +49,9 @@ extern int gDataCount;             // records handed out
 // A fresh record from the pool.
 VYRAData_t* AllocDataRef();
 
-// The record of a name, owned or not, or null. Answered from an index beside the map.
-VYRAData_t* FindDataRecord(const char* name);
+// The record of a name, if it has an owner, or null. Answered from an index beside the map, without a look at
+// the record: memory is slower than everything else here.
+VYRAData_t* FindOwnedDataRecord(const char* name);
 
 // The record of a name, made when there is none.
 VYRAData_t* FindOrAddDataRecord(const char* name);
