@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "../HostedLibrary.h"
+#include "../InTurn.h"
 #include "DataRefPopulation.h"
 #include "Measures.h"
 
@@ -31,11 +32,7 @@ Loop BareLookUp(const std::vector<VYRACommandRef>& commands, const std::vector<V
   std::unordered_map<VYRACommandRef, VYRACommandHandler_f> table;
   for (const VYRACommandRef command : commands) table.emplace(command, HandleCommand);
   return [table = std::move(table), &asked](benchmark::State& state) {
-    std::size_t next = 0;
-    for ([[maybe_unused]] auto iteration : state) {
-      benchmark::DoNotOptimize(table.find(asked[next])->second);
-      if (++next == asked.size()) next = 0;
-    }
+    AskInTurn(state, asked, [&](VYRACommandRef command) { return table.find(command)->second; });
   };
 }
 
@@ -54,18 +51,12 @@ void MeasureCommandPhase(Session& session, std::size_t size) {
                 [&](std::size_t i) { VYRARegisterCommandHandler(commands[i], HandleCommand, 1, nullptr); });
   const std::vector<VYRACommandRef> asked = Shuffled(commands);
 
-  session.Compare("command phase", size, 1,
-                  {{kLibrary,
-                    [&](benchmark::State& state) {
-                      gCalls = 0;
-                      std::size_t next = 0;
-                      for ([[maybe_unused]] auto iteration : state) {
-                        benchmark::DoNotOptimize(VYRACommandHook(asked[next], 1, 0, 1));
-                        if (++next == asked.size()) next = 0;
-                      }
-                      if (gCalls != static_cast<int>(state.iterations())) state.SkipWithError("wrong calls");
-                    }},
-                   {kBareTable, BareLookUp(commands, asked)}});
+  const Loop phase = [&](benchmark::State& state) {
+    gCalls = 0;
+    AskInTurn(state, asked, [](VYRACommandRef command) { return VYRACommandHook(command, 1, 0, 1); });
+    if (gCalls != static_cast<int>(state.iterations())) state.SkipWithError("wrong calls");
+  };
+  session.Compare("command phase", size, 1, {{kLibrary, phase}, {kBareTable, BareLookUp(commands, asked)}});
 }
 
 }  // namespace bench

@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "../HostedLibrary.h"
+#include "../InTurn.h"
 #include "../Peers.h"
 #include "DataRefPopulation.h"
 #include "Measures.h"
@@ -19,11 +20,7 @@ Loop BareFind(const std::vector<std::string>& names, const std::vector<std::stri
   std::unordered_map<std::string, const void*> table;
   for (const std::string& name : names) table.emplace(name, &asked);
   return [table = std::move(table), &asked](benchmark::State& state) {
-    std::size_t next = 0;
-    for ([[maybe_unused]] auto iteration : state) {
-      benchmark::DoNotOptimize(table.find(asked[next])->second);
-      if (++next == asked.size()) next = 0;
-    }
+    AskInTurn(state, asked, [&](const std::string& name) { return table.find(name)->second; });
   };
 }
 
@@ -37,11 +34,7 @@ void MeasureFind(Session& session, std::size_t size) {
   const std::vector<std::string> asked = Shuffled(names);
 
   const Loop find = [&](benchmark::State& state) {
-    std::size_t next = 0;
-    for ([[maybe_unused]] auto iteration : state) {
-      benchmark::DoNotOptimize(VYRAFindDataRef(asked[next].c_str()));
-      if (++next == asked.size()) next = 0;
-    }
+    AskInTurn(state, asked, [](const std::string& name) { return VYRAFindDataRef(name.c_str()); });
   };
   session.Compare("find by name", size, 1,
                   {{kLibrary, HostedLibrary::As(kCaller, find)},
@@ -52,14 +45,8 @@ void MeasureFind(Session& session, std::size_t size) {
 void MeasureCheck(Session& session, std::size_t size) {
   const HostedLibrary library;
   const std::vector<VYRADataRef> handles = Shuffled(PublishInts(library, size));
-  session.Compare("check a handle", size, 1,
-                  {{kLibrary, HostedLibrary::As(kCaller, [&](benchmark::State& state) {
-                      std::size_t next = 0;
-                      for ([[maybe_unused]] auto iteration : state) {
-                        benchmark::DoNotOptimize(VYRAIsDataRefGood(handles[next]));
-                        if (++next == handles.size()) next = 0;
-                      }
-                    })}});
+  const Loop check = [&](benchmark::State& state) { AskInTurn(state, handles, VYRAIsDataRefGood); };
+  session.Compare("check a handle", size, 1, {{kLibrary, HostedLibrary::As(kCaller, check)}});
 }
 
 }  // namespace bench

@@ -2,6 +2,8 @@
 
 #ifdef BENCH_WITH_SIMGEAR
 #include <simgear/props/props.hxx>
+
+#include "../InTurn.h"
 #endif
 
 namespace bench {
@@ -51,11 +53,7 @@ Loop SimGearFind(const std::vector<std::string>& names, const std::vector<std::s
   SGPropertyNode_ptr tree = new SGPropertyNode;
   for (const std::string& path : names) tree->getNode(path, true);
   return [tree, &asked](benchmark::State& state) {
-    std::size_t next = 0;
-    for ([[maybe_unused]] auto iteration : state) {
-      benchmark::DoNotOptimize(tree->getNode(asked[next].c_str(), false));
-      if (++next == asked.size()) next = 0;
-    }
+    AskInTurn(state, asked, [&](const std::string& path) { return tree->getNode(path.c_str(), false); });
   };
 }
 
