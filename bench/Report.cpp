@@ -52,6 +52,15 @@ std::string Yardstick(const Target& target) {
   return target.otherSize != 0 ? fmt::format("the same among {}", target.otherSize) : target.against;
 }
 
+// What the ratio may be at most.
+double Bound(const Target& target) { return target.against.empty() ? 1 : target.bound; }
+
+// The bound of a row and whether it is reached, as two cells.
+std::string Judgement(const Verdict& verdict) {
+  if (verdict.target.bound == kNoBound) return "| |";
+  return fmt::format("{:g} | {} |", Bound(verdict.target), verdict.reached ? "yes" : "**no**");
+}
+
 }  // namespace
 
 Machine DescribeMachine() {
@@ -67,11 +76,9 @@ std::string MakeTable(const Machine& machine, const std::vector<Verdict>& verdic
   for (const auto& [name, text] : machine) table += fmt::format("- {}: {}\n", name, text);
   table += "\n| work | VYRA | held against | | ratio | at most | reached |\n|---|--:|---|--:|--:|--:|---|\n";
   for (const Verdict& verdict : verdicts) {
-    table += fmt::format("| {} | {} | {} | {} | {:.2f} | {:g} | {} |\n", verdict.target.work,
+    table += fmt::format("| {} | {} | {} | {} | {:.2f} | {}\n", verdict.target.work,
                          Amount(verdict.cost, verdict.unit), Yardstick(verdict.target),
-                         Amount(verdict.yardstick, verdict.unit), verdict.ratio,
-                         verdict.target.against.empty() ? 1 : verdict.target.bound,
-                         verdict.reached ? "yes" : "**no**");
+                         Amount(verdict.yardstick, verdict.unit), verdict.ratio, Judgement(verdict));
   }
   return table;
 }
@@ -98,14 +105,14 @@ void WriteJson(const std::string& path, const Machine& machine, const Session& s
   }
   document["table"] = nlohmann::json::array();
   for (const Verdict& verdict : verdicts) {
-    document["table"].push_back({{"work", verdict.target.work},
-                                 {"against", Yardstick(verdict.target)},
-                                 {"cost", verdict.cost},
-                                 {"yardstick", verdict.yardstick},
-                                 {"unit", verdict.unit},
-                                 {"ratio", verdict.ratio},
-                                 {"bound", verdict.target.against.empty() ? 1 : verdict.target.bound},
-                                 {"reached", verdict.reached}});
+    nlohmann::ordered_json row = {{"work", verdict.target.work}, {"against", Yardstick(verdict.target)},
+                                  {"cost", verdict.cost},        {"yardstick", verdict.yardstick},
+                                  {"unit", verdict.unit},        {"ratio", verdict.ratio}};
+    if (verdict.target.bound != kNoBound) {
+      row["bound"] = Bound(verdict.target);
+      row["reached"] = verdict.reached;
+    }
+    document["table"].push_back(row);
   }
   WriteText(path, document.dump(2) + "\n");
 }

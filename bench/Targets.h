@@ -9,12 +9,14 @@
 
 namespace bench {
 
+inline constexpr double kNoBound = 0;
+
 struct Target {
   std::string work;
   std::string measure;
   std::size_t size;
   std::string against;        // a contender, whose cost is the yardstick; "" for an absolute bound
-  double bound;               // a ratio, or a value in the measure's unit
+  double bound;               // a ratio, or a value in the measure's unit; kNoBound for comparison only
   std::size_t otherSize = 0;  // when the yardstick is the library itself at another size
 };
 
@@ -24,7 +26,7 @@ struct Verdict {
   double yardstick;  // what `cost` is divided by; for an absolute bound the bound itself
   std::string unit;
   double ratio;  // to be at most target.bound; for an absolute bound to be at most 1
-  bool reached;
+  bool reached;  // true where there is no bound
 };
 
 const std::vector<Target>& Targets();
