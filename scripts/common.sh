@@ -6,8 +6,11 @@
 # What a build with everything in it needs.
 # shellcheck disable=SC2034  # used by the scripts that source this file
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libgtest-dev libcli11-dev libfmt-dev
-  nlohmann-json3-dev libbenchmark-dev libsimgear-dev libboost-dev libsigc++-2.0-dev libglib2.0-dev
-  gnuplot-nox)
+  nlohmann-json3-dev libbenchmark-dev)
+
+# What vyra-bench measures the library against, and draws with. It does without what is missing.
+# shellcheck disable=SC2034
+BENCHMARK_PACKAGES=(libsimgear-dev libboost-dev libsigc++-2.0-dev libglib2.0-dev gnuplot-nox)
 
 fail() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
