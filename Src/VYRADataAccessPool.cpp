@@ -28,7 +28,7 @@ static_assert(VYRADataBlock::kCapacity <= 32,
 
 VYRAHashIndex<BlockEntry> gBlocks;
 
-// A slot that was handed out. The block of none is null.
+// A slot that was handed out; without an entry, none.
 struct Slot {
   BlockEntry* entry = nullptr;
   std::size_t number = 0;
