@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "Report.h"
+#include "measures/Measures.h"
 
 namespace bench {
 
@@ -36,12 +37,11 @@ std::vector<Panel> GrowingMeasures(const Session& session) {
 // One colour per contender, the same in every panel.
 std::string LineStyle(const std::string& contender) {
   static const std::map<std::string, std::string> colors = {
-      {"VYRA", "#0b5fa5"},    {"bare call", "#777777"},      {"bare hash table", "#777777"},
-      {"dlopen", "#777777"},  {"SimGear", "#c05a00"},        {"sigc++", "#2a8a3e"},
-      {"GModule", "#c05a00"}, {"Boost.Signals2", "#8a2a8a"},
+      {kLibrary, "#0b5fa5"}, {kBareCall, "#777777"}, {kBareTable, "#777777"}, {kBareModules, "#777777"},
+      {kSimGear, "#c05a00"}, {kSigc, "#2a8a3e"},     {kGModule, "#c05a00"},   {kBoostSignals, "#8a2a8a"},
   };
   const auto found = colors.find(contender);
-  const bool isLibrary = contender == "VYRA";
+  const bool isLibrary = contender == kLibrary;
   return fmt::format("lc rgb '{}' lw {} pt 7 ps {}", found != colors.end() ? found->second : "#000000",
                      isLibrary ? 3 : 1.5, isLibrary ? 0.6 : 0.4);
 }

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <sys/utsname.h>
 
-#include <chrono>
+#include <array>
 #include <ctime>
 #include <fstream>
 #include <nlohmann/json.hpp>

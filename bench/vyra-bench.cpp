@@ -4,7 +4,6 @@
 // and calls the exported functions, from inside those plugins where a plugin would call them.
 #include <fmt/core.h>
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <regex>
