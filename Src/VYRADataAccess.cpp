@@ -1,7 +1,7 @@
 // Looking datarefs up, and reading and writing them through their owners' accessors.
 #include "VYRADataAccess.h"
 
-#include "VYRADataAccessRegistry.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRALoaderRegistry.h"
 
 namespace {
@@ -27,10 +27,10 @@ void Write(const VYRAData_t* record, void (*VYRAData_t::*accessor)(void*, Rest..
 }  // namespace
 
 VYRADataRef VYRAFindDataRef(const char* name) {
-  return name != nullptr ? FindOwnedDataRecord(name) : nullptr;
+  return name != nullptr ? VYRADataAccessFindOwned(name) : nullptr;
 }
 
-int VYRAIsDataRefGood(VYRADataRef dataRef) { return DataIsOwned(dataRef) ? 1 : 0; }
+int VYRAIsDataRefGood(VYRADataRef dataRef) { return VYRADataAccessIsOwned(dataRef) ? 1 : 0; }
 
 int VYRACanWriteDataRef(VYRADataRef dataRef) { return dataRef != nullptr ? dataRef->writable : 0; }
 

@@ -4,11 +4,11 @@
 #include <functional>
 #include <utility>
 
-#include "VYRADataAccessRegistry.h"
-#include "VYRADataAccessShared.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRAHashIndex.h"
 
 std::map<std::string_view, VYRAData_t*> gDataRefs;
+VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
 
 namespace {
 
@@ -28,8 +28,6 @@ VYRAHashIndex<NameEntry> gNames;
 std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
 }
-
-VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
 
 // Names are never given up, so they lie end to end in blocks.
 std::string_view KeepName(std::string_view name) {
@@ -55,12 +53,12 @@ NameEntry* Find(std::uint32_t hash, const char* name) {
 
 }  // namespace
 
-VYRAData_t* FindOwnedDataRecord(const char* name) {
+VYRAData_t* VYRADataAccessFindOwned(const char* name) {
   const NameEntry* entry = Find(HashOf(name), name);
   return entry != nullptr && entry->isOwned ? entry->record : nullptr;
 }
 
-VYRAData_t* FindOrAddDataRecord(const char* name) {
+VYRAData_t* VYRADataAccessFindOrAdd(const char* name) {
   const std::uint32_t hash = HashOf(name);
   if (const NameEntry* found = Find(hash, name)) return found->record;
   VYRAData_t* record = AllocDataRef();
@@ -70,16 +68,11 @@ VYRAData_t* FindOrAddDataRecord(const char* name) {
   return record;
 }
 
-void SetDataRefOwner(VYRAData_t* record, int plugin) {
+void VYRADataAccessSetOwner(VYRAData_t* record, VYRAPluginID plugin) {
   const bool isOwned = plugin != VYRA_NO_PLUGIN;
   if (record->owner != VYRA_NO_PLUGIN) gOwnedDataRefs.Remove(record->owner, record);
   record->owner = plugin;
   if (isOwned) gOwnedDataRefs.Add(plugin, record);
-  NoteDataIsOwned(record, isOwned);
+  VYRADataAccessNoteOwned(record, isOwned);
   Find(HashOf(record->name), record->name.data())->isOwned = isOwned;
-}
-
-void VYRADataRefsCleanupHook(int plugin) {
-  while (VYRAData_t* record = gOwnedDataRefs.First(plugin)) SetDataRefOwner(record, VYRA_NO_PLUGIN);
-  VYRASharedDataForget(plugin);
 }

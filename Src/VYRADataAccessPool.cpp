@@ -1,7 +1,7 @@
 // The pool of dataref records: blocks of 32 that are never freed, so that records never move.
 #include <cstdint>
 
-#include "VYRADataAccessRegistry.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRAHashIndex.h"
 
 VYRADataBlock* gDataBlock = nullptr;
@@ -68,12 +68,12 @@ VYRAData_t* AllocDataRef() {
 
 VYRAData_t* DataIsValid(VYRADataRef pointer) { return SlotOf(pointer).entry != nullptr ? pointer : nullptr; }
 
-bool DataIsOwned(VYRADataRef pointer) {
+bool VYRADataAccessIsOwned(VYRADataRef pointer) {
   const Slot slot = SlotOf(pointer);
   return slot.entry != nullptr && (slot.entry->owned >> slot.number & 1U) != 0;
 }
 
-void NoteDataIsOwned(const VYRAData_t* record, bool owned) {
+void VYRADataAccessNoteOwned(const VYRAData_t* record, bool owned) {
   const Slot slot = SlotOf(record);
   const std::uint32_t bit = std::uint32_t{1} << slot.number;
   slot.entry->owned = owned ? slot.entry->owned | bit : slot.entry->owned & ~bit;

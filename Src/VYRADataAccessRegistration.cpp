@@ -1,6 +1,5 @@
 // Publishing datarefs and taking them back, and who owns them.
-#include "VYRADataAccessRegistry.h"
-#include "VYRADataAccessShared.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRALoaderRegistry.h"
 #include "VYRALoaderReports.h"
 
@@ -13,7 +12,7 @@ VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int
                                      VYRAWriteFloatArray_f writeFloatArray, VYRAReadData_f readData,
                                      VYRAWriteData_f writeData, void* readRefcon, void* writeRefcon) {
   if (name == nullptr) return nullptr;
-  VYRAData_t* record = FindOrAddDataRecord(name);
+  VYRAData_t* record = VYRADataAccessFindOrAdd(name);
   if (record->owner != VYRA_NO_PLUGIN) {
     VYRASendError("Dataref is already registered by someone else.");
     // Kept: the refused caller gets the other owner's handle, and plugins read through it.
@@ -21,7 +20,7 @@ VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int
   }
   record->types = types;
   record->writable = writable;
-  SetDataRefOwner(record, gDispatchedPlugin);
+  VYRADataAccessSetOwner(record, gDispatchedPlugin);
   record->readInt = readInt;
   record->writeInt = writeInt;
   record->readFloat = readFloat;
@@ -44,7 +43,7 @@ void VYRAUnregisterDataAccessor(VYRADataRef dataRef) {
   if (record == nullptr) {
     VYRASendError("Dataref is illegal and cannot be unregistered.");
   } else if (record->owner == gDispatchedPlugin) {
-    SetDataRefOwner(record, VYRA_NO_PLUGIN);
+    VYRADataAccessSetOwner(record, VYRA_NO_PLUGIN);
   } else {
     // Kept: the misspelling; plugins match on this text.
     VYRASendError("Dataref is not owned by you - you cannot unregsiter.");

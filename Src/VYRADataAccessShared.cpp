@@ -48,7 +48,7 @@ void Notify(Item& item) {
   const std::size_t count = item.subscribers.size();  // those that join meanwhile hear of the next write
   for (std::size_t i = 0; i < count; ++i) {
     const Subscriber subscriber = item.subscribers[i];
-    if (subscriber.callback != nullptr && dispatch(subscriber.plugin)) subscriber.callback(subscriber.refcon);
+    if (subscriber.callback != nullptr && dispatch(subscriber.owner)) subscriber.callback(subscriber.refcon);
   }
 }
 
@@ -169,10 +169,10 @@ int VYRAUnshareData(const char* name, VYRADataTypeID type, VYRADataChanged_f cal
   return 1;
 }
 
-void VYRASharedDataForget(int plugin) {
+void VYRASharedDataForget(VYRAPluginID plugin) {
   for (const auto& item : gSharedData) {
     for (std::size_t i = item->subscribers.size(); i-- > 0;) {
-      if (item->subscribers[i].plugin == plugin) {
+      if (item->subscribers[i].owner == plugin) {
         Leave(*item, item->subscribers.begin() + static_cast<std::ptrdiff_t>(i));
       }
     }

@@ -10,7 +10,7 @@
 struct VYRASharedDataSubscriber {
   VYRADataChanged_f callback;  // null once it has left while the item was notifying
   void* refcon;
-  int plugin;
+  VYRAPluginID owner;
 
   bool operator==(const VYRASharedDataSubscriber&) const = default;
 };
@@ -27,4 +27,4 @@ struct VYRASharedDataRecord {
 extern std::vector<std::unique_ptr<VYRASharedDataRecord>> gSharedData;
 
 // A plugin leaves: its subscriptions end.
-void VYRASharedDataForget(int plugin);
+void VYRASharedDataForget(VYRAPluginID plugin);

@@ -12,7 +12,7 @@
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderRegistry.h"
-#include "VYRAMenusRecords.h"
+#include "VYRAMenusInternal.h"
 #include "VYRAProcessingLoops.h"
 #include "VYRAUtilitiesCommands.h"
 #include "VYRAUtilitiesKeys.h"

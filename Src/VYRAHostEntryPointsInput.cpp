@@ -5,8 +5,8 @@
 #include "VYRAHost.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderRegistry.h"
-#include "VYRAMenusRecords.h"
-#include "VYRAPlanesControl.h"
+#include "VYRAMenusInternal.h"
+#include "VYRAPlanesInternal.h"
 #include "VYRAUtilitiesCommands.h"
 
 namespace {

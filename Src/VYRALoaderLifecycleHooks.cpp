@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "VYRADataAccessRegistry.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRADisplayCameraControl.h"
 #include "VYRADisplayRecords.h"
-#include "VYRAMenusRecords.h"
-#include "VYRAPlanesControl.h"
+#include "VYRAMenusInternal.h"
+#include "VYRAPlanesInternal.h"
 #include "VYRAProcessingLoops.h"
 #include "VYRASceneryObjects.h"
 #include "VYRAUtilitiesCommands.h"

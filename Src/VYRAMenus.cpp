@@ -4,7 +4,7 @@
 #include "VYRAHostServices.h"
 #include "VYRALoaderRegistry.h"
 #include "VYRALoaderReports.h"
-#include "VYRAMenusRecords.h"
+#include "VYRAMenusInternal.h"
 
 std::vector<std::unique_ptr<VYRAMenuInfo_t>> gMenus;
 VYRAMenuInfo_t* gPluginMenu = nullptr;
@@ -26,7 +26,7 @@ bool Exists(const Menu* menu) {
   return std::any_of(gMenus.begin(), gMenus.end(), [&](const auto& one) { return one.get() == menu; });
 }
 
-bool IsCallersOwn(const Menu* menu) { return Exists(menu) && menu->plugin == gDispatchedPlugin; }
+bool IsCallersOwn(const Menu* menu) { return Exists(menu) && menu->owner == gDispatchedPlugin; }
 
 Item* ItemAt(Menu& menu, int position) {
   const auto index = static_cast<std::size_t>(position);
@@ -61,10 +61,10 @@ std::unique_ptr<Menu> Take(std::vector<std::unique_ptr<Menu>>::iterator place) {
   return menu;
 }
 
-std::vector<std::unique_ptr<Menu>> TakeMenusOf(int plugin) {
+std::vector<std::unique_ptr<Menu>> TakeMenusOf(VYRAPluginID plugin) {
   std::vector<std::unique_ptr<Menu>> taken;
   for (auto place = gMenus.begin(); place != gMenus.end();) {
-    if ((*place)->plugin == plugin) {
+    if ((*place)->owner == plugin) {
       taken.push_back(Take(place));
     } else {
       ++place;
@@ -79,27 +79,27 @@ Menu* CreateMenu(const char* name, int hostParent, int parentPosition, VYRAMenuH
   menu->hostMenu = gHooks->CreateMenu(hostParent, parentPosition, name);
   menu->refcon = refcon;
   menu->handler = handler;
-  menu->plugin = gDispatchedPlugin;
+  menu->owner = gDispatchedPlugin;
   return gMenus.emplace_back(std::move(menu)).get();
 }
 
 }  // namespace
 
-int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, int plugin, int pluginIndex) {
+int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int pluginIndex) {
   int number = 0;
   for (std::size_t position = 0; position < menu.items.size(); ++position) {
-    if (menu.items[position].plugin != plugin) continue;
+    if (menu.items[position].owner != plugin) continue;
     if (number == pluginIndex) return static_cast<int>(position);
     ++number;
   }
   return -1;
 }
 
-int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, int plugin, int position) {
+int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int position) {
   const auto index = static_cast<std::size_t>(position);
-  if (position < 0 || index >= menu.items.size() || menu.items[index].plugin != plugin) return -1;
+  if (position < 0 || index >= menu.items.size() || menu.items[index].owner != plugin) return -1;
   return static_cast<int>(std::count_if(menu.items.begin(), menu.items.begin() + position,
-                                        [&](const Item& item) { return item.plugin == plugin; }));
+                                        [&](const Item& item) { return item.owner == plugin; }));
 }
 
 void VYRAInitMenus() {
@@ -184,7 +184,7 @@ int VYRAHandleMenuItemPick(int hostItem) {
                                    [&](const Item& one) { return one.hostItem == hostItem; });
     if (item == menu->items.end()) continue;
     if (menu->handler == nullptr || item->enabled == 0) return 0;
-    const StDispatchCallback dispatch(menu->plugin);
+    const StDispatchCallback dispatch(menu->owner);
     // Nothing of the menu is touched after the call: its handler may have destroyed it.
     if (dispatch()) menu->handler(menu->refcon, item->ref);
     return 0;
@@ -208,10 +208,10 @@ int VYRAHandleMenuItemEnable(int hostMenu, int position) {
       std::find_if(gMenus.begin(), gMenus.end(), [&](const auto& one) { return one->hostMenu == hostMenu; });
   const Item* item = menu != gMenus.end() ? ItemAt(**menu, position) : nullptr;
   if (item == nullptr) return 1;
-  return (*menu)->plugin < 0 || VYRARegistryIsEnabled((*menu)->plugin) ? item->enabled : 0;
+  return (*menu)->owner < 0 || VYRARegistryIsEnabled((*menu)->owner) ? item->enabled : 0;
 }
 
-void VYRAMenuCleanupHook(int plugin) {
+void VYRAMenuCleanupHook(VYRAPluginID plugin) {
   for (std::unique_ptr<Menu>& menu : TakeMenusOf(plugin)) {
     RemoveAllItems(*menu);
     if (HostDestroysMenus()) {
@@ -224,12 +224,12 @@ void VYRAMenuCleanupHook(int plugin) {
   int position = gPluginMenu != nullptr ? static_cast<int>(gPluginMenu->items.size()) : 0;
   while (--position >= 0 && gPluginMenu != nullptr) {
     const Item* item = ItemAt(*gPluginMenu, position);
-    if (item != nullptr && item->plugin == plugin) RemoveItem(*gPluginMenu, position);
+    if (item != nullptr && item->owner == plugin) RemoveItem(*gPluginMenu, position);
   }
   // Its items in other menus stay, but a later plugin with its ID is not to count them among its own.
   for (const auto& menu : gMenus) {
     for (Item& item : menu->items) {
-      if (item.plugin == plugin) item.plugin = VYRA_NO_PLUGIN;
+      if (item.owner == plugin) item.owner = VYRA_NO_PLUGIN;
     }
   }
 }

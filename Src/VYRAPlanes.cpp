@@ -12,7 +12,7 @@
 #include "VYRAHostServices.h"
 #include "VYRALoaderPaths.h"
 #include "VYRALoaderRegistry.h"
-#include "VYRAPlanesControl.h"
+#include "VYRAPlanesInternal.h"
 #include "VYRAUtilities.h"
 
 namespace {
@@ -27,7 +27,7 @@ constexpr std::size_t kMostPlanes = VYRA_MOST_PLANES;
 struct WaitingRequest {
   VYRAPlanesReturned_f callback;
   void* refcon;
-  VYRAPluginID plugin;
+  VYRAPluginID owner;
 };
 
 using WaitingRequests = std::deque<WaitingRequest>;
@@ -57,14 +57,14 @@ class StTelling {
     while (!requests.empty()) {
       const WaitingRequest request = requests.front();
       requests.pop_front();
-      const StDispatchCallback dispatch(request.plugin);
+      const StDispatchCallback dispatch(request.owner);
       if (dispatch()) request.callback(request.refcon);
     }
   }
 
   // Those of every release on its way, and of the queue.
   static void ForgetRequestsOf(VYRAPluginID plugin) {
-    const auto isOfPlugin = [&](const WaitingRequest& request) { return request.plugin == plugin; };
+    const auto isOfPlugin = [&](const WaitingRequest& request) { return request.owner == plugin; };
     for (StTelling* telling = innermost; telling != nullptr; telling = telling->outer) {
       std::erase_if(telling->requests, isOfPlugin);
     }
@@ -211,11 +211,11 @@ int VYRAHandleGetNumberPlanesToHandle(int total, int flag) {
   return Limited(total);
 }
 
-void VYRAPlaneDisableHook(int plugin) {
+void VYRAPlaneDisableHook(VYRAPluginID plugin) {
   if (plugin == gOwner) ReleaseAs(plugin);
 }
 
-void VYRAPlaneCleanupHook(int plugin) {
+void VYRAPlaneCleanupHook(VYRAPluginID plugin) {
   StTelling::ForgetRequestsOf(plugin);
   // As the plugin itself, whatever led to the unload: its ID may be given out again, and the next plugin of
   // that ID must not find itself holding the planes. The plugin is not enabled any more, so it is not called.

@@ -10,7 +10,7 @@
 #include "VYRALoaderReports.h"
 #include "VYRASceneryProbes.h"
 
-std::map<int, std::vector<VYRAObjectRef>> gObjects;
+std::map<VYRAPluginID, std::vector<VYRAObjectRef>> gObjects;
 
 namespace {
 
@@ -25,7 +25,7 @@ class StNoteLoad {
   StNoteLoad& operator=(const StNoteLoad&) = delete;
 
  private:
-  int plugin;
+  VYRAPluginID plugin;
   VYRAObjectRef object;
 };
 
@@ -114,7 +114,7 @@ int VYRALookupObjects(const char* path, float latitude, float longitude, VYRALib
   return gHooks->LookupObjects(path, latitude, longitude, enumerator, refcon);
 }
 
-void VYRASceneryCleanupHook(int plugin) {
+void VYRASceneryCleanupHook(VYRAPluginID plugin) {
   VYRASceneryDestroyProbesOf(plugin);
   // Taken first: releasing an object may lead to calls that load and unload more.
   for (const VYRAObjectRef object : std::exchange(gObjects[plugin], {})) gHooks->UnloadObject(object);

@@ -8,12 +8,12 @@
 #include "VYRAScenery.h"
 
 // The objects of each plugin in the order of loading, each as often as it was loaded.
-extern std::map<int, std::vector<VYRAObjectRef>> gObjects;
+extern std::map<VYRAPluginID, std::vector<VYRAObjectRef>> gObjects;
 
 // An asynchronous load on its way to the plugin that asked for it.
 class VYRAObjectCompletion_t final : public VYRADelivery {
  public:
-  VYRAObjectCompletion_t(int plugin, VYRAObjectReady_f readyCallback, void* callbackRefcon)
+  VYRAObjectCompletion_t(VYRAPluginID plugin, VYRAObjectReady_f readyCallback, void* callbackRefcon)
       : VYRADelivery(plugin), callback(readyCallback), refcon(callbackRefcon) {}
 
   // What the host calls, once, with the object that it loaded, or null, and the record. The record may be
@@ -29,4 +29,4 @@ class VYRAObjectCompletion_t final : public VYRADelivery {
 };
 
 // A plugin leaves: its probes go, and its objects are released.
-void VYRASceneryCleanupHook(int plugin);
+void VYRASceneryCleanupHook(VYRAPluginID plugin);

@@ -39,9 +39,9 @@ int VYRAProbeTerrainXYZ(VYRAProbeRef probe, float x, float y, float z, VYRAProbe
   return hit != 0 ? VYRA_PROBE_HIT : VYRA_PROBE_MISSED;
 }
 
-void VYRASceneryDestroyProbesOf(int plugin) {
+void VYRASceneryDestroyProbesOf(VYRAPluginID plugin) {
   std::erase_if(gProbes, [&](const auto& probe) {
-    if (probe->plugin != plugin) return false;
+    if (probe->owner != plugin) return false;
     gFreeProbes.insert(probe->hostIndex);
     return true;
   });

@@ -9,7 +9,7 @@
 #include "VYRAScenery.h"
 
 struct VYRAProbe_t {
-  std::int32_t plugin;
+  VYRAPluginID owner;
   std::int32_t type;
   std::int32_t hostIndex;
 };
@@ -32,4 +32,4 @@ extern std::set<std::unique_ptr<VYRAProbe_t>, VYRAProbeOrder> gProbes;
 extern std::set<int> gFreeProbes;
 
 // A plugin leaves: its probes go.
-void VYRASceneryDestroyProbesOf(int plugin);
+void VYRASceneryDestroyProbesOf(VYRAPluginID plugin);

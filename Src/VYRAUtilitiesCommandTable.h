@@ -11,7 +11,7 @@
 
 struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t>, VYRAPooled_t<VYRACommandCB_t> {
   VYRACommandHandler_f callback = nullptr;  // null once it was removed
-  int plugin = VYRA_NO_PLUGIN;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   void* refcon = nullptr;
   std::uint64_t serial = 0;         // rises with each registration
   VYRACommandCB_t* next = nullptr;  // stays as it was when the record is removed

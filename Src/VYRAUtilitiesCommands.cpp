@@ -36,13 +36,13 @@ class StPass {
 // those that are removed after it.
 void Remove(VYRACommandTable& hooks, Handler*& link) {
   std::unique_ptr<Handler> handler(link);
-  hooks.owned.Remove(handler->plugin, handler.get());
+  hooks.owned.Remove(handler->owner, handler.get());
   link = handler->next;
   handler->callback = nullptr;
   if (gPasses > 0) gRemovedHandlers.push_back(std::move(handler));
 }
 
-void RemoveHandlersOf(int plugin, VYRACommandTable& hooks) {
+void RemoveHandlersOf(VYRAPluginID plugin, VYRACommandTable& hooks) {
   while (const Handler* handler = hooks.owned.First(plugin)) {
     Handler** link = &hooks.At(handler->command).first;
     while (*link != handler) link = &(*link)->next;
@@ -61,7 +61,7 @@ int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
   const std::uint64_t newest = gRegistrations;
   for (const Handler* handler = first; handler != nullptr; handler = handler->next) {
     if (handler->callback == nullptr || handler->serial > newest) continue;
-    if (dispatch(handler->plugin) && handler->callback(command, phase, handler->refcon) == 0) return 0;
+    if (dispatch(handler->owner) && handler->callback(command, phase, handler->refcon) == 0) return 0;
   }
   return 1;
 }
@@ -69,16 +69,16 @@ int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
 // The commands that are held may change with each call of the host, so both walks over them look up where
 // they go next. Each only moves up, and so comes to an end.
 
-void EndCommandsOf(int plugin) {
+void EndCommandsOf(VYRAPluginID plugin) {
   auto next = gCommandMap.lower_bound({plugin, nullptr});
-  while (next != gCommandMap.end() && next->plugin == plugin) {
+  while (next != gCommandMap.end() && next->owner == plugin) {
     const VYRAHeldCommand held = *next;
     gCommandMap.erase(next);  // first: it is not to be ended twice, whatever the host's call leads to
     gHooks->CommandEnd(held.command);
     next = gCommandMap.upper_bound(held);
   }
   // What was pressed again meanwhile, in the name of a plugin that is gone.
-  std::erase_if(gCommandMap, [&](const VYRAHeldCommand& held) { return held.plugin == plugin; });
+  std::erase_if(gCommandMap, [&](const VYRAHeldCommand& held) { return held.owner == plugin; });
 }
 
 }  // namespace
@@ -130,7 +130,7 @@ void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f h
   VYRACommandTable& hooks = HooksFor(before);
   for (Handler** link = &hooks.At(command).first; *link != nullptr; link = &(*link)->next) {
     const Handler& record = **link;
-    if (record.callback != handler || record.plugin != gDispatchedPlugin || record.refcon != refcon) continue;
+    if (record.callback != handler || record.owner != gDispatchedPlugin || record.refcon != refcon) continue;
     Remove(hooks, *link);
     return;
   }
@@ -144,12 +144,12 @@ int VYRADispatchCommandHook(VYRACommandRef command, int isBegin, int isEnd, int 
 void VYRACommandRepeatHook() {
   for (auto next = gCommandMap.begin(); next != gCommandMap.end();) {
     const VYRAHeldCommand held = *next;
-    if (VYRARegistryIsEnabled(held.plugin)) gHooks->CommandRepeat(held.command);
+    if (VYRARegistryIsEnabled(held.owner)) gHooks->CommandRepeat(held.command);
     next = gCommandMap.upper_bound(held);
   }
 }
 
-void VYRACommandCleanupHook(int plugin) {
+void VYRACommandCleanupHook(VYRAPluginID plugin) {
   EndCommandsOf(plugin);
   RemoveHandlersOf(plugin, gPreHooks);
   RemoveHandlersOf(plugin, gPostHooks);

@@ -8,18 +8,18 @@
 #include "VYRAUtilitiesCommandTable.h"
 
 struct VYRAHeldCommand {
-  int plugin;
+  VYRAPluginID owner;
   VYRACommandRef command;
 
   bool operator<(const VYRAHeldCommand& other) const {
-    return std::tie(plugin, command) < std::tie(other.plugin, other.command);
+    return std::tie(owner, command) < std::tie(other.owner, other.command);
   }
 };
 
 extern VYRACommandTable gPreHooks;   // called before the host acts
 extern VYRACommandTable gPostHooks;  // called after it
 
-// What plugins have begun and not ended, by plugin, then by command.
+// What plugins have begun and not ended, by owner, then by command.
 extern std::set<VYRAHeldCommand> gCommandMap;
 
 // Calls the handlers of one phase of a command. 0: one of them stopped it; else 1.
@@ -29,4 +29,4 @@ int VYRADispatchCommandHook(VYRACommandRef command, int isBegin, int isEnd, int 
 void VYRACommandRepeatHook();
 
 // A plugin leaves: what it holds is ended, and its handlers are removed.
-void VYRACommandCleanupHook(int plugin);
+void VYRACommandCleanupHook(VYRAPluginID plugin);

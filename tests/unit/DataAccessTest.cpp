@@ -1,6 +1,6 @@
 // Datarefs: finding, checking, typed access through the owner, and who owns a name when.
 #include "PluginFixture.h"
-#include "VYRADataAccessRegistry.h"
+#include "VYRADataAccessInternal.h"
 #include "VYRALoaderLifecycle.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <climits>
 
 #include "PluginFixture.h"
-#include "VYRAMenusRecords.h"
+#include "VYRAMenusInternal.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "Forwarding.h"
 #include "PluginFixture.h"
 #include "VYRALoaderLifecycle.h"
-#include "VYRAPlanesControl.h"
+#include "VYRAPlanesInternal.h"
 
 namespace {
 

@@ -9,7 +9,7 @@ void VYRAHandleUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPath);
 int VYRAHandleGetNumberPlanesToHandle(int total, int flag);
 
 // A plugin is about to be disabled: it gives the planes back, and whoever waits is told.
-void VYRAPlaneDisableHook(int plugin);
+void VYRAPlaneDisableHook(VYRAPluginID plugin);
 
 // A plugin leaves: it waits no more, and gives the planes back if it still has them.
-void VYRAPlaneCleanupHook(int plugin);
+void VYRAPlaneCleanupHook(VYRAPluginID plugin);

@@ -12,15 +12,15 @@ struct VYRAMenuItem {
   void* ref;
   int check;
   int enabled;
-  int plugin;  // who appended it; VYRA_NO_PLUGIN once that plugin is gone
+  VYRAPluginID owner;  // who appended it; VYRA_NO_PLUGIN once that plugin is gone
 };
 
 struct VYRAMenuInfo_t {
   int hostMenu = 0;  // the host's number of it
   void* refcon = nullptr;
-  VYRAMenuHandler_f handler = nullptr;  // null: picks are swallowed
-  int plugin = VYRA_HOST_PLUGIN;        // who created it
-  std::vector<VYRAMenuItem> items;      // in the host's order: an index is the host's position
+  VYRAMenuHandler_f handler = nullptr;    // null: picks are swallowed
+  VYRAPluginID owner = VYRA_HOST_PLUGIN;  // who created it
+  std::vector<VYRAMenuItem> items;        // in the host's order: an index is the host's position
 };
 
 // Every menu, in the order of creation. A handle, which is a record's address, is good while it stands here.
@@ -30,10 +30,10 @@ extern std::vector<std::unique_ptr<VYRAMenuInfo_t>> gMenus;
 extern VYRAMenuInfo_t* gPluginMenu;
 
 // The position of a plugin's item, of which it knows the number, or -1.
-int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, int plugin, int pluginIndex);
+int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int pluginIndex);
 
 // The number by which a plugin knows its item at a position, or -1 when it has none there.
-int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, int plugin, int position);
+int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int position);
 
 // Starts with no menu but a new "Plugins". Menus of an earlier start are forgotten without a word to the
 // host, whose numbers may mean something else by now.
@@ -50,4 +50,4 @@ int VYRAHandleMenuItemCheck(int hostMenu, int position, int* outState);
 int VYRAHandleMenuItemEnable(int hostMenu, int position);
 
 // A plugin leaves: its menus go, and its items in the menu "Plugins". Those in other menus stay.
-void VYRAMenuCleanupHook(int plugin);
+void VYRAMenuCleanupHook(VYRAPluginID plugin);

@@ -13,7 +13,8 @@ struct VYRAData_t : VYRAOwned_t<VYRAData_t> {
   std::string_view name;  // terminated; kept as long as the record
   int types = 0;
   int writable = 0;
-  int owner = VYRA_NO_PLUGIN;  // the plugin that publishes it, if any does; changed by SetDataRefOwner alone
+  // Who publishes it, if anybody does; changed by VYRADataAccessSetOwner alone.
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   VYRAReadInt_f readInt = nullptr;
   VYRAWriteInt_f writeInt = nullptr;
   VYRAReadFloat_f readFloat = nullptr;
@@ -46,18 +47,21 @@ extern VYRADataBlock* gDataBlock;  // the first block
 extern VYRADataBlock* gDataFree;   // the last block, which is being filled
 extern int gDataCount;             // records handed out
 
+// By owner.
+extern VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
+
 // A fresh record from the pool.
 VYRAData_t* AllocDataRef();
 
 // The record of a name, if it has an owner, or null. Answered from an index beside the map, without a look at
 // the record: memory is slower than everything else here.
-VYRAData_t* FindOwnedDataRecord(const char* name);
+VYRAData_t* VYRADataAccessFindOwned(const char* name);
 
 // The record of a name, made when there is none.
-VYRAData_t* FindOrAddDataRecord(const char* name);
+VYRAData_t* VYRADataAccessFindOrAdd(const char* name);
 
 // Makes a plugin, or with VYRA_NO_PLUGIN nobody, the owner of a record.
-void SetDataRefOwner(VYRAData_t* record, int plugin);
+void VYRADataAccessSetOwner(VYRAData_t* record, VYRAPluginID plugin);
 
 // The pointer, if it is the address of a record that was handed out; otherwise null. Any pointer may be
 // given: it is compared, not followed.
@@ -65,13 +69,13 @@ VYRAData_t* DataIsValid(VYRADataRef pointer);
 
 // Whether a pointer is the address of a record that has an owner; any pointer may be given. Answered without
 // a look at the record, so that many handles can be checked in a row.
-bool DataIsOwned(VYRADataRef pointer);
+bool VYRADataAccessIsOwned(VYRADataRef pointer);
 
-// Notes for DataIsOwned whether a record has an owner.
-void NoteDataIsOwned(const VYRAData_t* record, bool owned);
+// Notes for VYRADataAccessIsOwned whether a record has an owner.
+void VYRADataAccessNoteOwned(const VYRAData_t* record, bool owned);
 
 // A dataref's name, or a text in brackets that says why there is none.
 const char* DebugDataRefName(VYRADataRef dataRef);
 
 // A plugin leaves: its datarefs belong to nobody, and its subscriptions to shared data end.
-void VYRADataRefsCleanupHook(int plugin);
+void VYRADataRefsCleanupHook(VYRAPluginID plugin);
