@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "Flight.h"
-#include "Simulator.h"
+#include "Run.h"
+#include "report/Moment.h"
 
 namespace {
 

@@ -1,0 +1,43 @@
+// The walk over a flight.
+#include "flight/FlightRunner.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "flight/Expectations.h"
+#include "flight/Steps.h"
+#include "report/Log.h"
+#include "report/Narrator.h"
+
+namespace sim {
+
+FlightRunner::FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator,
+                           Report& flightReport)
+    : flight(std::move(flightToFly)), log(simulatorLog), narrator(flightNarrator), report(flightReport) {
+  report.expectations.resize(flight.expectations.size());
+}
+
+void FlightRunner::CarryOutSteps(int frame) {
+  for (; nextStep < flight.steps.size() && flight.steps[nextStep].frame == frame; ++nextStep) {
+    const Outcome outcome = CarryOut(flight.steps[nextStep].action);
+    if (!outcome.succeeded) report.failedSteps.push_back({.frame = frame, .line = 0, .text = outcome.text});
+    narrator.Tell(frame, outcome.succeeded ? outcome.text : "FAILED  " + outcome.text);
+  }
+}
+
+void FlightRunner::CheckExpectations(int moment) {
+  const std::vector<Expectation>& all = flight.expectations;
+  for (; nextExpectation < all.size() && all[nextExpectation].frame == moment; ++nextExpectation) {
+    const Verdict verdict = Check(all[nextExpectation].claim, log);
+    report.expectations[nextExpectation] = {
+        .text = verdict.claim,
+        .line = 0,
+        .result = verdict.holds ? ExpectationResult::Held : ExpectationResult::Failed,
+        .found = verdict.found};
+    narrator.Tell(moment, fmt::format("{}  {} (found {})", verdict.holds ? "ok    " : "FAILED", verdict.claim,
+                                      verdict.found));
+  }
+}
+
+}  // namespace sim

@@ -1,0 +1,13 @@
+#include "report/Moment.h"
+
+#include <fmt/format.h>
+
+namespace sim {
+
+std::string MomentName(int moment) {
+  if (moment == kAtEnd) return "end";
+  if (moment == kAfterShutdown) return "shutdown";
+  return fmt::format("frame {}", moment);
+}
+
+}  // namespace sim

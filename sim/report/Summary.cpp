@@ -1,0 +1,79 @@
+// Printing the report.
+#include "report/Summary.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace sim {
+namespace {
+
+// The smallest time that at least this share of all the sorted times do not exceed.
+float Percentile(const std::vector<float>& sorted, std::size_t percent) {
+  if (sorted.empty()) return 0.0F;
+  return sorted[(sorted.size() * percent + 99) / 100 - 1];
+}
+
+void PrintPlugins(const std::vector<PluginReport>& plugins) {
+  fmt::print("\n  ID  enabled  {:<24}signature\n", "name");
+  fmt::print("{:>4}  {:<7}  {:<24}{}\n", 0, "yes", "Skyvora", "-");
+  for (const PluginReport& plugin : plugins)
+    fmt::print("{:>4}  {:<7}  {:<24}{}\n", plugin.id, plugin.state == "enabled" ? "yes" : "no", plugin.name,
+               plugin.signature);
+}
+
+std::string Counted(long long count, const char* thing) {
+  return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
+}
+
+void PrintActivity(const Activity& activity) {
+  fmt::print("\nuser                {}, {}, {}, {} held for {} passes in all\n",
+             Counted(activity.clicks, "click"), Counted(activity.keys, "key"),
+             Counted(activity.menuPicks, "menu pick"), Counted(activity.commandsHeld, "command"),
+             activity.commandPasses);
+  fmt::print("screen              {} and {} drawn by plugins\n", Counted(activity.textsDrawn, "text"),
+             activity.boxesDrawn == 1 ? "1 box" : fmt::format("{} boxes", activity.boxesDrawn));
+  fmt::print("camera              taken {} by plugins, for {} in all\n",
+             Counted(activity.cameraTakings, "time"), Counted(activity.cameraFrames, "frame"));
+  fmt::print("AI planes           taken {}, given back {}\n", Counted(activity.planesTakings, "time"),
+             Counted(activity.planesReturns, "time"));
+  fmt::print("terrain             {}, {} found ground\n", Counted(activity.probings, "probe"),
+             activity.probingsThatHit);
+  fmt::print("objects             {} loaded, {} released, drawn {}\n", activity.objectsLoaded,
+             activity.objectsReleased, Counted(activity.objectsDrawn, "time"));
+}
+
+void PrintTotals(const FlightTotals& totals, double rate) {
+  PrintActivity(totals.activity);
+  fmt::print("\npasses flown        {} (frames: {} at {:g} Hz, {:.2f} s simulated)\n", totals.passes,
+             totals.frames, rate, totals.frames / rate);
+  fmt::print("wall time per pass  median {:.2f} us, 99th percentile {:.2f} us, longest {:.2f} us\n",
+             totals.medianPassMicroseconds, totals.p99PassMicroseconds, totals.longestPassMicroseconds);
+  fmt::print("log warnings        {}\n", totals.warnings);
+}
+
+void PrintVerdicts(const Report& report) {
+  const auto held =
+      std::ranges::count(report.expectations, ExpectationResult::Held, &ExpectationReport::result);
+  const auto failed =
+      std::ranges::count(report.expectations, ExpectationResult::Failed, &ExpectationReport::result);
+  fmt::print("expectations        {} ok, {} FAILED\n", held, failed + std::ssize(report.failedSteps));
+}
+
+}  // namespace
+
+void EnterPassTimes(FlightTotals& totals, std::vector<float>& passMicroseconds) {
+  std::ranges::sort(passMicroseconds);
+  totals.medianPassMicroseconds = Percentile(passMicroseconds, 50);
+  totals.p99PassMicroseconds = Percentile(passMicroseconds, 99);
+  totals.longestPassMicroseconds = Percentile(passMicroseconds, 100);
+}
+
+void PrintSummary(const Report& report) {
+  PrintPlugins(report.plugins);
+  if (report.totals) PrintTotals(*report.totals, report.rate);
+  PrintVerdicts(report);
+}
+
+}  // namespace sim
