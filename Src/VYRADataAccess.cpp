@@ -2,26 +2,40 @@
 #include "VYRADataAccess.h"
 
 #include "VYRADataAccessInternal.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 namespace {
 
-// Calls the owner's read accessor of one type, as the owner. A record whose owner left keeps its accessors,
-// but its owner, nobody, may never be called. Plugins read thousands of values in a frame: whether the owner
-// may be called is asked before anything is saved for its sake, so that the way to the accessor is straight.
+// The calls below for an owner who may not be called straight away: it is disabled or gone, or the watcher
+// wants to be told.
+template <class Result, class... Rest>
+[[gnu::noinline]] Result CallTold(VYRAPluginID owner, Result (*accessor)(void*, Rest...), void* refcon,
+                                  Rest... rest) {
+  const StDispatchCallback dispatch(owner, VYRA_CALL_DATAREF);
+  return dispatch() ? accessor(refcon, rest...) : Result();
+}
+
+// Calls the owner's accessor of one type, as the owner. A record whose owner left keeps its accessors, but
+// its owner, nobody, may never be called. Plugins read thousands of values in a frame: whether the owner may
+// be called is asked before anything is saved for its sake, so that the way to the accessor is straight.
+template <class Result, class... Rest>
+Result Call(VYRAPluginID owner, Result (*accessor)(void*, Rest...), void* refcon, Rest... rest) {
+  if (gAccessible[owner] == 0) [[unlikely]]
+    return CallTold(owner, accessor, refcon, rest...);
+  const StRunningCall call(owner, VYRA_CALL_DATAREF);
+  return accessor(refcon, rest...);
+}
+
 template <class Result, class... Rest>
 Result Read(const VYRAData_t* record, Result (*VYRAData_t::*accessor)(void*, Rest...), Rest... rest) {
-  if (record == nullptr || record->*accessor == nullptr || gCallable[record->owner] == 0) return Result{};
-  const StDispatchCallback dispatch(record->owner);
-  return (record->*accessor)(record->readRefcon, rest...);
+  if (record == nullptr || record->*accessor == nullptr) return Result{};
+  return Call(record->owner, record->*accessor, record->readRefcon, rest...);
 }
 
 template <class... Rest>
 void Write(const VYRAData_t* record, void (*VYRAData_t::*accessor)(void*, Rest...), Rest... rest) {
   if (record == nullptr || record->writable == 0 || record->*accessor == nullptr) return;
-  if (gCallable[record->owner] == 0) return;
-  const StDispatchCallback dispatch(record->owner);
-  (record->*accessor)(record->writeRefcon, rest...);
+  Call(record->owner, record->*accessor, record->writeRefcon, rest...);
 }
 
 }  // namespace

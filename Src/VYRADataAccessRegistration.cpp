@@ -1,6 +1,6 @@
 // Publishing datarefs and taking them back, and who owns them.
 #include "VYRADataAccessInternal.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 
 VYRADataRef VYRARegisterDataAccessor(const char* name, VYRADataTypeID types, int writable,

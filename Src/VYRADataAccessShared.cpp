@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRAStrings.h"
 
 std::vector<std::unique_ptr<VYRASharedDataRecord>> gSharedData;
@@ -44,11 +44,13 @@ void Leave(Item& item, std::vector<Subscriber>::iterator leaver) {
 // use a write of the same value as a signal.
 void Notify(Item& item) {
   const StNotifying notifying(item);
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_SHARED_DATA);
   const std::size_t count = item.subscribers.size();  // those that join meanwhile hear of the next write
   for (std::size_t i = 0; i < count; ++i) {
     const Subscriber subscriber = item.subscribers[i];
-    if (subscriber.callback != nullptr && dispatch(subscriber.owner)) subscriber.callback(subscriber.refcon);
+    if (subscriber.callback == nullptr || !dispatch(subscriber.owner)) continue;
+    subscriber.callback(subscriber.refcon);
+    dispatch.Ended();
   }
 }
 
@@ -116,7 +118,7 @@ Accessor* ForType(const Item& item, int type, Accessor* accessor) {
 }
 
 void Publish(Item& item) {
-  const StDispatchCallback dispatch(VYRA_HOST_PLUGIN);
+  const StActAs host(VYRA_HOST_PLUGIN);
   VYRARegisterDataAccessor(
       item.name.c_str(), item.type, 1, ForType(item, VYRA_TYPE_INT, ReadScalar<int, VYRA_TYPE_INT>),
       ForType(item, VYRA_TYPE_INT, WriteScalar<int, VYRA_TYPE_INT>),

@@ -2,7 +2,7 @@
 
 #include "VYRADisplayCameraControl.h"
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ void VYRAReleaseCameraInternal(bool force) {
   if (!gIsControlled) return;
   if (!force && gControlDuration != VYRA_CAMERA_UNTIL_VIEW_CHANGES) return;
   if (gCurrentControlFunc != nullptr) {
-    const StDispatchCallback dispatch(gCurrentControlPlugin);
+    const StDispatchCallback dispatch(gCurrentControlPlugin, VYRA_CALL_CAMERA);
     if (dispatch()) gCurrentControlFunc(nullptr, 1, gCameraControlRef);
   }
   gIsControlled = false;
@@ -25,7 +25,7 @@ void VYRAReleaseCameraInternal(bool force) {
 
 // Asks the controlling plugin for its camera; its answer, or 0 when it may not be asked.
 int AskController(VYRACameraPosition& position) {
-  const StDispatchCallback dispatch(gCurrentControlPlugin);
+  const StDispatchCallback dispatch(gCurrentControlPlugin, VYRA_CALL_CAMERA);
   if (!dispatch()) {
     gCurrentControlPlugin = VYRA_NO_PLUGIN;
     return 0;

@@ -47,7 +47,7 @@ int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
   if (!gPhasesInUse.test(PlaceOf(phase, isBefore))) return 1;
   bool inUse = false;
   int result = 1;
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_DRAW_CALLBACK);
   VYRAResourceWalk<VYRADrawCallbackRecord> walk(gDrawCallbacks);
   const auto isMeant = [&](const VYRADrawCallbackRecord& record) {
     if (record.phase != phase || record.wantsBefore != isBefore) return false;
@@ -56,8 +56,10 @@ int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
   };
   VYRADrawCallbackRecord* record = nullptr;
   while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
+    if (!dispatch(record->plugin)) continue;
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
-    if (dispatch(record->plugin)) result &= record->callback(phase, isBefore, record->refcon);
+    result &= record->callback(phase, isBefore, record->refcon);
+    dispatch.Ended();
   }
   if (!inUse) gPhasesInUse.reset(PlaceOf(phase, isBefore));
   return result;

@@ -83,7 +83,7 @@ bool VYRADispatchHotKey(char virtualKey, int flags) {
   VYRAResourceWalk<VYRAHotKeyInfoRecord> walk(gHotKeys);
   while (const VYRAHotKeyInfoRecord* record = walk.Next()) {
     if (!Fires(*record, virtualKey, flags)) continue;
-    const StDispatchCallback dispatch(record->plugin);
+    const StDispatchCallback dispatch(record->plugin, VYRA_CALL_HOT_KEY);
     if (!dispatch()) continue;
     walk.LeaveOpen();
     record->callback(record->refcon);

@@ -34,7 +34,7 @@ struct Key {
 // they are dead.
 template <bool beforeWindows>
 bool SnifferConsumes(const Key& pressed) {
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_KEY_SNIFFER);
   VYRAResourceWalk<VYRAKeyCallbackRecord> walk(gKeyCallbacks);
   walk.LeaveOpen();
   const auto isMeant = [](const VYRAKeyCallbackRecord& record) {
@@ -45,6 +45,7 @@ bool SnifferConsumes(const Key& pressed) {
   while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
     if (!dispatch(record->plugin)) continue;
     if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
+    dispatch.Ended();
   }
   return false;
 }
@@ -53,7 +54,7 @@ bool SnifferConsumes(const Key& pressed) {
 bool FocusWindowConsumes(const Key& pressed) {
   VYRAWindowCallbackRecord* const window = gFocusWindow;
   if (window == nullptr) return false;
-  const StDispatchCallback dispatch(window->plugin);
+  const StDispatchCallback dispatch(window->plugin, VYRA_CALL_WINDOW_KEY);
   if (!dispatch()) return false;
   if (window->handleKey != nullptr) {
     window->handleKey(window, pressed.key, pressed.flags, pressed.virtualKey, window->refcon, 0);

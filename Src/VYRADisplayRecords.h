@@ -4,7 +4,7 @@
 #include <string>
 
 #include "VYRADisplay.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRAResourceList.h"
 
 struct VYRADrawCallbackRecord : VYRAResource_t<VYRADrawCallbackRecord> {

@@ -14,12 +14,14 @@ bool IsHit(const Window& window, int x, int y) {
 
 // A press goes down through the windows under the point until one takes it.
 int PressMouse(int x, int y) {
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_WINDOW_MOUSE);
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->handleMouseClick == nullptr) continue;
     if (!dispatch(window->plugin)) continue;
-    if (window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon) == 0) continue;
+    const int taken = window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon);
+    dispatch.Ended();
+    if (taken == 0) continue;
     // One that destroyed itself in the press has taken it, but cannot hold the mouse.
     if (walk.HoldsRecord() && !window->is_dead()) gDragWindow = window;
     return 0;
@@ -33,7 +35,7 @@ int MoveHeldMouse(int x, int y, int status) {
   if (window == nullptr) return 1;
   int result = 1;
   {
-    const StDispatchCallback dispatch(window->plugin);
+    const StDispatchCallback dispatch(window->plugin, VYRA_CALL_WINDOW_MOUSE);
     if (dispatch()) {
       window->handleMouseClick(window, x, y, status, window->refcon);
       result = 0;
@@ -45,13 +47,14 @@ int MoveHeldMouse(int x, int y, int status) {
 
 // Asks the windows under a point, front to back, until one answers other than 0.
 template <class Callback, class... Rest>
-int AskWindowsAt(int x, int y, Callback Window::*callback, Rest... rest) {
-  const StDispatchWalk dispatch;
+int AskWindowsAt(int x, int y, int kind, Callback Window::*callback, Rest... rest) {
+  StDispatchWalk dispatch(kind);
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->*callback == nullptr) continue;
     if (!dispatch(window->plugin)) continue;
     const int answer = (window->*callback)(window, x, y, rest..., window->refcon);
+    dispatch.Ended();
     if (answer != 0) return answer;
   }
   return 0;
@@ -60,11 +63,13 @@ int AskWindowsAt(int x, int y, Callback Window::*callback, Rest... rest) {
 }  // namespace
 
 void VYRADisplayDrawWindows() {
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_WINDOW_DRAW);
   Walk walk(gWindows, Walk::Order::reverse);
   while (Window* window = walk.Next()) {
     if (window->is_dead() || window->visible == 0 || window->draw == nullptr) continue;
-    if (dispatch(window->plugin)) window->draw(window, window->refcon);
+    if (!dispatch(window->plugin)) continue;
+    window->draw(window, window->refcon);
+    dispatch.Ended();
   }
 }
 
@@ -80,8 +85,10 @@ void VYRADisplayMouseDragHook() {
   VYRADisplayMouseClickHook(x, y, VYRA_MOUSE_DRAG);
 }
 
-int VYRADisplayCursorHook(int x, int y) { return AskWindowsAt(x, y, &Window::handleCursor); }
+int VYRADisplayCursorHook(int x, int y) {
+  return AskWindowsAt(x, y, VYRA_CALL_WINDOW_CURSOR, &Window::handleCursor);
+}
 
 int VYRADisplayScrollWheelHook(int x, int y, int wheel, int clicks) {
-  return AskWindowsAt(x, y, &Window::handleMouseWheel, wheel, clicks) != 0 ? 0 : 1;
+  return AskWindowsAt(x, y, VYRA_CALL_WINDOW_WHEEL, &Window::handleMouseWheel, wheel, clicks) != 0 ? 0 : 1;
 }

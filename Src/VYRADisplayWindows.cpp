@@ -58,7 +58,7 @@ void TellLosingFocus(VYRAWindowID taker) {
   VYRAWindowCallbackRecord* const loser = gFocusWindow;
   if (loser == nullptr || loser == gLosingWindow || loser->handleKey == nullptr) return;
   const StLosingFocus losing(loser);
-  const StDispatchCallback dispatch(loser->plugin);
+  const StDispatchCallback dispatch(loser->plugin, VYRA_CALL_WINDOW_KEY);
   // Kept: the first argument is the window that takes focus, as plugins rely on it.
   if (dispatch()) loser->handleKey(taker, 0, 0, 0, loser->refcon, 1);
 }

@@ -9,9 +9,9 @@
 #include "VYRADisplayCameraControl.h"
 #include "VYRAHostServices.h"
 #include "VYRALoader.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycle.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAMenusInternal.h"
 #include "VYRAProcessingLoops.h"
 #include "VYRAUtilitiesCommands.h"
@@ -31,7 +31,7 @@ void PublishBuildString() {
 }
 
 void Broadcast(int message, void* param) {
-  const StDispatchCallback dispatch(VYRA_HOST_PLUGIN);
+  const StActAs host(VYRA_HOST_PLUGIN);
   VYRASendMessageToPlugin(VYRA_NO_PLUGIN, message, param);
 }
 

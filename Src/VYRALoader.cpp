@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "VYRAHostServices.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderModule.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAModuleLoader.h"
 #include "VYRAStrings.h"
 

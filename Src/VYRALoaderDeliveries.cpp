@@ -1,6 +1,6 @@
 #include "VYRALoaderDeliveries.h"
 
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 
 namespace {
@@ -32,7 +32,7 @@ void VYRASendDelivery(VYRADelivery* delivery) {
     TellGone(*delivery);
     return;
   }
-  StDispatchCallback dispatch(plugin);
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_OBJECT);
   if (dispatch()) {
     delivery->DeliverToPlugin(false);
   } else if (VYRARegistryHolds(plugin)) {
@@ -41,11 +41,11 @@ void VYRASendDelivery(VYRADelivery* delivery) {
 }
 
 void VYRADeliverWaiting(int plugin) {
-  StDispatchCallback dispatch(plugin);
   // A delivery may disable its plugin or have it unloaded, so both are asked again each time.
   while (VYRARegistryIsEnabled(plugin)) {
     VYRADelivery* delivery = VYRADeliveryPop(VYRARegistryRecord(plugin).waiting);
     if (delivery == nullptr) return;
+    const StDispatchCallback dispatch(plugin, VYRA_CALL_OBJECT);
     delivery->DeliverToPlugin(false);
   }
 }

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 
 namespace {
@@ -51,5 +51,9 @@ void VYRAEnableFeature(const char* feature, int enable) {
 
 void VYRAEnumerateFeatures(VYRAFeatureEnumerator_f enumerator, void* refcon) {
   if (enumerator == nullptr) return;
-  for (const char* feature : kFeatureNames) enumerator(feature, refcon);
+  for (const char* feature : kFeatureNames) {
+    const StDispatchCallback dispatch(gDispatchedPlugin, VYRA_CALL_ENUMERATOR,
+                                      StDispatchCallback::Ask::nothing);
+    enumerator(feature, refcon);
+  }
 }

@@ -14,6 +14,12 @@ bool ExceptionIsOnItsWay() {
   return std::uncaught_exceptions() > before;
 }
 
+void CloseNow(void* moduleHandle, VYRAPluginID plugin) {
+  if (moduleHandle == nullptr) return;
+  const StModuleCall closing(plugin, VYRA_CALL_CLOSING, VYRAModulePath(moduleHandle).c_str());
+  VYRAUnloadDLL(moduleHandle);
+}
+
 }  // namespace
 
 void VYRALoaderCloseWaitingModules() {
@@ -21,7 +27,7 @@ void VYRALoaderCloseWaitingModules() {
     const WaitingModule module = gWaitingModules.back();
     gWaitingModules.pop_back();
     if (module.plugin != VYRA_NO_PLUGIN) VYRALoaderRunCleanupHooks(module.plugin);
-    VYRAUnloadDLL(module.handle);
+    CloseNow(module.handle, module.plugin);
   }
 }
 
@@ -32,14 +38,14 @@ void VYRALoaderCloseModule(void* moduleHandle, VYRAPluginID plugin) {
   if (VYRALoaderIsNested() || ExceptionIsOnItsWay()) {
     gWaitingModules.push_back({moduleHandle, plugin});
   } else {
-    VYRAUnloadDLL(moduleHandle);
+    CloseNow(moduleHandle, plugin);
   }
 }
 
-void VYRALoaderCloseRejectedModule(void* moduleHandle) {
+void VYRALoaderCloseRejectedModule(void* moduleHandle, VYRAPluginID plugin) {
   if (ExceptionIsOnItsWay()) {
     gWaitingModules.push_back({moduleHandle, VYRA_NO_PLUGIN});
   } else {
-    VYRAUnloadDLL(moduleHandle);
+    CloseNow(moduleHandle, plugin);
   }
 }

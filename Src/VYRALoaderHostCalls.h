@@ -6,7 +6,7 @@
 #include <exception>
 #include <vector>
 
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 class StHostCall;
 
@@ -51,7 +51,7 @@ class StHostCall {
       : outer(gHostCall),
         savedPlugin(gDispatchedPlugin),
         exceptions(begin.exceptions),
-        nested(outer != nullptr || gDispatchDepth > 0) {
+        nested(outer != nullptr || gDispatchDepth.load(std::memory_order_relaxed) > 0) {
     gHostCall = this;
   }
 
@@ -70,4 +70,5 @@ bool VYRALoaderIsNested();
 void VYRALoaderCloseModule(void* moduleHandle, VYRAPluginID plugin);
 
 // Closes a module that was not accepted, whose code has returned; now, unless an exception is on its way.
-void VYRALoaderCloseRejectedModule(void* moduleHandle);
+// `plugin` is the ID that it had while it was asked.
+void VYRALoaderCloseRejectedModule(void* moduleHandle, VYRAPluginID plugin);

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "VYRALoaderDeliveries.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycleHooks.h"
-#include "VYRALoaderRegistry.h"
 
 std::vector<VYRAPluginID> gCurrentAircraftPluginIDS;
 
@@ -30,7 +30,7 @@ int CallEnable(VYRAPluginID plugin) {
   const auto enable = VYRARegistryRecord(plugin).enable;
   if (enable == nullptr) return 1;
   const StTransition transition(plugin);
-  const StDispatchCallback dispatch(plugin);
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_ENABLE, StDispatchCallback::Ask::nothing);
   return enable();
 }
 
@@ -54,7 +54,7 @@ void CallStop(VYRAPluginID plugin) {
   // Taken before the call: whatever the callback leads to, it is not called a second time.
   const auto stop = std::exchange(VYRARegistryRecord(plugin).stop, nullptr);
   if (stop == nullptr) return;
-  const StDispatchCallback dispatch(plugin);
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_STOP, StDispatchCallback::Ask::nothing);
   stop();
 }
 
@@ -98,7 +98,7 @@ void VYRADisablePlugin(VYRAPluginID plugin) {
   VYRARegistrySetEnabled(plugin, false);
   const auto disable = VYRARegistryRecord(plugin).disable;
   if (disable == nullptr) return;
-  const StDispatchCallback dispatch(plugin);
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_DISABLE, StDispatchCallback::Ask::nothing);
   disable();
 }
 

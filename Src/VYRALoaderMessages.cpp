@@ -1,5 +1,5 @@
 // Messages between plugins, and from and to the host.
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 namespace {
 
@@ -7,7 +7,7 @@ void SendToOne(VYRAPluginID sender, VYRAPluginID receiver, int message, void* pa
   if (!VYRARegistryHolds(receiver)) return;
   const auto receiveMessage = VYRARegistryRecord(receiver).receiveMessage;
   if (receiveMessage == nullptr) return;
-  StDispatchCallback dispatch(receiver);
+  const StDispatchCallback dispatch(receiver, VYRA_CALL_MESSAGE);
   if (dispatch()) receiveMessage(sender, message, param);
 }
 

@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "VYRAHostServices.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderHostCalls.h"
+#include "VYRALoaderIdentities.h"
 #include "VYRALoaderLifecycle.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAModuleLoader.h"
 
 namespace {
@@ -47,6 +48,7 @@ class StStartingPlugin {
  public:
   explicit StStartingPlugin(PluginRecord record) : plugin(VYRACountPlugins()), module(record.moduleHandle) {
     VYRASetDispatchedPlugin(plugin);
+    VYRAIdentitySet(plugin, record.name, "", record.path);
     VYRARegistryAppend(std::move(record));
   }
   ~StStartingPlugin() {
@@ -65,7 +67,7 @@ class StStartingPlugin {
   void Reject(bool owesStop) {
     settled = true;
     if (!IsStillThere()) return;
-    VYRALoaderCloseRejectedModule(VYRALoaderRemovePlugin(plugin, owesStop));
+    VYRALoaderCloseRejectedModule(VYRALoaderRemovePlugin(plugin, owesStop), plugin);
     VYRALoaderDropLastRecord(plugin);
   }
 
@@ -75,10 +77,20 @@ class StStartingPlugin {
   bool settled = false;
 };
 
+void* OpenModule(const std::string& path) {
+  const StModuleCall opening(VYRACountPlugins(), VYRA_CALL_OPENING, path.c_str());
+  return VYRALoadDLL(path.c_str());
+}
+
 bool IsSignatureTaken(const std::string& signature) {
   // Kept: the search includes the host's record and the new one, whose signatures are empty, so a plugin
   // without a signature is never accepted.
   return VYRAFindPluginBySignature(signature.c_str()) != VYRA_NO_PLUGIN;
+}
+
+int CallStart(VYRAPluginID plugin, Start_f start, Identity& identity) {
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_START, StDispatchCallback::Ask::nothing);
+  return start(identity.name, identity.signature, identity.description);
 }
 
 // Starts a module whose record is filled so far as it can be without asking it; its ID, or -1.
@@ -86,7 +98,7 @@ VYRAPluginID StartPlugin(PluginRecord unnamed, Start_f start) {
   const std::string path = unnamed.path;
   Identity identity;
   StStartingPlugin starting(std::move(unnamed));
-  if (start(identity.name, identity.signature, identity.description) == 0) {
+  if (CallStart(starting.ID(), start, identity) == 0) {
     VYRALog("Failed: ", path, ". (The plugin refused to start by returning 0 from VyPluginStart.)\n\n");
     starting.Reject(false);
     return VYRA_NO_PLUGIN;
@@ -95,6 +107,7 @@ VYRAPluginID StartPlugin(PluginRecord unnamed, Start_f start) {
 
   VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
   const std::string signature = Identity::Text(identity.signature);
+  VYRAIdentitySet(starting.ID(), Identity::Text(identity.name), signature, path);
   if (IsSignatureTaken(signature)) {
     VYRASetDispatchedPlugin(starting.ID());
     starting.Reject(true);
@@ -114,7 +127,7 @@ VYRAPluginID StartPlugin(PluginRecord unnamed, Start_f start) {
 }  // namespace
 
 VYRAPluginID LoadOnePlugin(const std::string& path, int verbose) {
-  void* module = VYRALoadDLL(path.c_str());
+  void* module = OpenModule(path);
   if (module == nullptr) {
     if (verbose != 0) {
       VYRALog("Failed: ", path,
@@ -136,7 +149,7 @@ VYRAPluginID LoadOnePlugin(const std::string& path, int verbose) {
   if (start == nullptr) {
     VYRALog("Failed: ", path,
             ".  (This file is a loadable DLL but is missing the VyPluginStart callback.)\n\n");
-    VYRAUnloadDLL(module);
+    VYRALoaderCloseRejectedModule(module, VYRACountPlugins());
     return VYRA_NO_PLUGIN;
   }
   return StartPlugin(std::move(record), start);

@@ -1,5 +1,5 @@
-// The registry of plugins and the dispatched plugin: who is loaded, and on whose behalf code runs now.
-// Everything above uses it; it knows no subsystem.
+// The registry of plugins: who is loaded, and who may be called. Everything above uses it; it knows no
+// subsystem.
 #pragma once
 
 #include <cstddef>
@@ -40,18 +40,14 @@ extern std::vector<PluginRecord> gAllPlugins;
 
 // Whose code may be called: that of enabled plugins, and the host's even before it has a record. Indexed by
 // the owner of a record: an ID that was given out once, or VYRA_NO_PLUGIN, who may not be called. It stands
-// beside the plugins' records because every call into a plugin asks: one load answers. Hidden, as the two
+// beside the plugins' records because every call into a plugin asks: one load answers. Hidden, as the one
 // below, so that the code reaches it without a detour through the module's table of addresses.
 [[gnu::visibility("hidden")]] extern const char* gCallable;
 
-// The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
-[[gnu::visibility("hidden")]] extern VYRAPluginID gDispatchedPlugin;
-
-// How many calls into plugins and the host are on the stack.
-[[gnu::visibility("hidden")]] extern int gDispatchDepth;
-
-VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin);
-VYRAPluginID VYRAGetDispatchedPlugin();
+// Whose accessors may be called straight away, without a word to the watcher: the same as gCallable, or
+// nobody's while the watcher wants to be told of accessors too.
+[[gnu::visibility("hidden")]] extern const char* gAccessible;
+void VYRARegistryWatchAccessors(bool watch);
 
 // Adds a plugin, which is not enabled yet, under the next ID.
 PluginRecord& VYRARegistryAppend(PluginRecord record);
@@ -76,58 +72,3 @@ inline bool VYRARegistryIsEnabled(VYRAPluginID plugin) {
 inline bool VYRARegistryIsLoaded(VYRAPluginID plugin) {
   return plugin > 0 && VYRARegistryHolds(plugin) && VYRARegistryRecord(plugin).moduleHandle != nullptr;
 }
-
-// A call into a plugin: makes it the dispatched plugin while the scope lasts, and says whether it may be
-// called. Before anything is loaded the host, and nobody else, may be.
-class StDispatchCallback {
- public:
-  explicit StDispatchCallback(VYRAPluginID plugin)
-      : savedPlugin(gDispatchedPlugin),
-        savedDepth(gDispatchDepth),
-        mayCall(VYRARegistryIsEnabled(plugin) || (plugin == VYRA_HOST_PLUGIN && gAllPlugins.empty())) {
-    gDispatchedPlugin = plugin;
-    gDispatchDepth = savedDepth + 1;
-  }
-  ~StDispatchCallback() {
-    gDispatchedPlugin = savedPlugin;
-    gDispatchDepth = savedDepth;
-  }
-  StDispatchCallback(const StDispatchCallback&) = delete;
-  StDispatchCallback& operator=(const StDispatchCallback&) = delete;
-
-  bool operator()() const { return mayCall; }
-
- private:
-  VYRAPluginID savedPlugin;
-  int savedDepth;
-  bool mayCall;
-};
-
-// The calls of one walk into many plugins: what stands for them all is saved and restored once.
-//
-//   StDispatchWalk dispatch;
-//   while (Record* record = walk.Next())
-//     if (dispatch(record->plugin)) record->callback(record->refcon);
-class StDispatchWalk {
- public:
-  StDispatchWalk() : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth) {
-    gDispatchDepth = savedDepth + 1;
-  }
-  ~StDispatchWalk() {
-    gDispatchedPlugin = savedPlugin;
-    gDispatchDepth = savedDepth;
-  }
-  StDispatchWalk(const StDispatchWalk&) = delete;
-  StDispatchWalk& operator=(const StDispatchWalk&) = delete;
-
-  // Makes the owner of a record the dispatched plugin, in place of the last, and says whether it may be
-  // called.
-  bool operator()(VYRAPluginID plugin) const {
-    gDispatchedPlugin = plugin;
-    return gCallable[plugin] != 0;
-  }
-
- private:
-  VYRAPluginID savedPlugin;
-  int savedDepth;
-};

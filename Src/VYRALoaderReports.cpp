@@ -1,7 +1,7 @@
 #include "VYRALoaderReports.h"
 
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 const char* DebugCurrentPluginName() {
   if (gDispatchedPlugin == VYRA_NO_PLUGIN) return "[NO_PLUGIN_ID]";
@@ -18,7 +18,10 @@ bool VYRAHasError() {
 }
 
 void VYRASendError(const char* message) {
-  if (VYRAHasError()) VYRARegistryRecord(gDispatchedPlugin).error(message);
+  if (!VYRAHasError()) return;
+  const auto report = VYRARegistryRecord(gDispatchedPlugin).error;
+  const StDispatchCallback dispatch(gDispatchedPlugin, VYRA_CALL_ERROR, StDispatchCallback::Ask::nothing);
+  report(message);
 }
 
 void VYRASetErrorCallback(VYRAError_f callback) {

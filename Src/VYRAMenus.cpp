@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 #include "VYRAMenusInternal.h"
 
@@ -103,7 +103,7 @@ int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int 
 }
 
 void VYRAInitMenus() {
-  const StDispatchCallback dispatch(VYRA_HOST_PLUGIN);
+  const StActAs host(VYRA_HOST_PLUGIN);
   gPluginMenu = nullptr;
   gMenus.clear();
   gPluginMenu = CreateMenu("Plugins", 0, 0, nullptr, nullptr);
@@ -184,7 +184,7 @@ int VYRAHandleMenuItemPick(int hostItem) {
                                    [&](const Item& one) { return one.hostItem == hostItem; });
     if (item == menu->items.end()) continue;
     if (menu->handler == nullptr || item->enabled == 0) return 0;
-    const StDispatchCallback dispatch(menu->owner);
+    const StDispatchCallback dispatch(menu->owner, VYRA_CALL_MENU);
     // Nothing of the menu is touched after the call: its handler may have destroyed it.
     if (dispatch()) menu->handler(menu->refcon, item->ref);
     return 0;

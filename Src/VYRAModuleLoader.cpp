@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -73,6 +74,12 @@ void* VYRAFindSymbol(void* handle, const char* name, int report) {
 
 void VYRAUnloadDLL(void* handle) {
   if (handle != nullptr) dlclose(handle);
+}
+
+std::string VYRAModulePath(void* handle) {
+  const link_map* module = nullptr;
+  if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &module) != 0) return {};
+  return module->l_name;
 }
 
 void VYRAFetchDirectoryContents(const char* folder, const char* pattern, std::vector<std::string>& out) {

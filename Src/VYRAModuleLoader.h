@@ -17,6 +17,9 @@ void* VYRAFindSymbol(void* handle, const char* name, int report);
 
 void VYRAUnloadDLL(void* handle);
 
+// The path with which an open module was opened.
+std::string VYRAModulePath(void* handle);
+
 // Appends the names in a folder that match a pattern to `out`, in the order of the system, without "." and
 // "..". "*.*" matches every name; any other pattern matches as a suffix, without its leading "*" and
 // ignoring case. "DIR" also matches folders. A folder that cannot be read has no names.

@@ -10,8 +10,8 @@
 
 #include "VYRADataAccess.h"
 #include "VYRAHostServices.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderPaths.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAPlanesInternal.h"
 #include "VYRAUtilities.h"
 
@@ -57,7 +57,7 @@ class StTelling {
     while (!requests.empty()) {
       const WaitingRequest request = requests.front();
       requests.pop_front();
-      const StDispatchCallback dispatch(request.owner);
+      const StDispatchCallback dispatch(request.owner, VYRA_CALL_PLANES);
       if (dispatch()) request.callback(request.refcon);
     }
   }
@@ -115,7 +115,7 @@ const char* FileNameOf(const char* path) {
 int Limited(int total) { return gPlaneLimit != kNoLimit ? VYRA_TMIN(gPlaneLimit, total) : total; }
 
 void ReleaseAs(VYRAPluginID plugin) {
-  const StDispatchCallback dispatch(plugin);
+  const StActAs owner(plugin);
   VYRAReleasePlanes();
 }
 

@@ -4,7 +4,7 @@
 #include <unordered_set>
 
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 #include "VYRAProcessingLoops.h"
 
@@ -123,7 +123,7 @@ void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval
 void VYRAProcessingRunPass(float now, int phase) {
   // Wraps around after years of passes rather than overflow.
   gLastCallNumber = static_cast<int>(static_cast<unsigned>(gLastCallNumber) + 1U);
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_FLIGHT_LOOP);
   VYRAResourceWalk walk(gFlightLoops);
   int number = gLastCallNumber;
   const auto isDue = [&](const VYRAFlightLoopRecord& loop) {
@@ -135,6 +135,7 @@ void VYRAProcessingRunPass(float now, int phase) {
     if (!dispatch(loop->owner)) continue;
     const float interval =
         loop->callback(now - loop->lastCallTime, now - gLastCallTime, number, loop->refcon);
+    dispatch.Ended();
     number = gLastCallNumber;  // higher, when the callback led to passes
     if (!walk.HoldsRecord()) continue;
     loop->lastCallTime = now;

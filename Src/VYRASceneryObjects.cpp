@@ -6,7 +6,7 @@
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDeliveries.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 #include "VYRASceneryProbes.h"
 
@@ -111,6 +111,9 @@ void VYRAUnloadObject(VYRAObjectRef object) {
 
 int VYRALookupObjects(const char* path, float latitude, float longitude, VYRALibraryEnumerator_f enumerator,
                       void* refcon) {
+  // The host calls the enumerator itself, with the plugin's own refcon, so the whole look-up stands for it.
+  const StDispatchCallback dispatch(gDispatchedPlugin, VYRA_CALL_ENUMERATOR,
+                                    StDispatchCallback::Ask::nothing);
   return gHooks->LookupObjects(path, latitude, longitude, enumerator, refcon);
 }
 

@@ -1,7 +1,7 @@
 #include "VYRASceneryProbes.h"
 
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 std::set<std::unique_ptr<VYRAProbe_t>, VYRAProbeOrder> gProbes;
 std::set<int> gFreeProbes;

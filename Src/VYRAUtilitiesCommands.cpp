@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "VYRAHostServices.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 
 VYRACommandTable gPreHooks;
@@ -57,11 +57,13 @@ int PhaseOf(int isBegin, int isEnd) {
 
 int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
   const StPass pass;
-  const StDispatchWalk dispatch;
+  StDispatchWalk dispatch(VYRA_CALL_COMMAND);
   const std::uint64_t newest = gRegistrations;
   for (const Handler* handler = first; handler != nullptr; handler = handler->next) {
     if (handler->callback == nullptr || handler->serial > newest) continue;
-    if (dispatch(handler->owner) && handler->callback(command, phase, handler->refcon) == 0) return 0;
+    if (!dispatch(handler->owner)) continue;
+    if (handler->callback(command, phase, handler->refcon) == 0) return 0;
+    dispatch.Ended();
   }
   return 1;
 }

@@ -13,9 +13,9 @@
 #include "VYRADataAccess.h"
 #include "VYRADisplayRecords.h"
 #include "VYRAHostServices.h"
+#include "VYRALoaderDispatch.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderLifecycleHooks.h"
-#include "VYRALoaderRegistry.h"
 #include "VYRAProcessing.h"
 #include "VYRAProcessingLoops.h"
 
@@ -218,7 +218,7 @@ void Act() {
   if (choice == 9) UseWindows();
   if (choice == 10) RegisterForDisplay();
   if (choice == 11) {
-    const StDispatchCallback dispatch(AnyPlugin());
+    const StDispatchCallback dispatch(AnyPlugin(), VYRA_CALL_MESSAGE);
     Nested();
   }
 }

@@ -163,7 +163,7 @@ TEST_F(Commands, HostMayChangeWhatIsHeldWhileItIsToldOfIt) {
   gHost.services.CommandRepeat = [](VYRACommandRef command) {
     note(command);
     if (command != Ref(2)) return;
-    const StDispatchCallback asHolder(1);
+    const StActAs asHolder(1);
     for (const unsigned number : {2U, 4U}) VYRACommandEnd(Ref(number));
     Hold({1});
   };

@@ -43,7 +43,7 @@ class Menus : public PluginFixture {
 
 TEST_F(Menus, TopLevelMenuHangsFromAnItemOfThePluginsMenuAndOthersFromTheirParentsItem) {
   Append(1, VYRAFindPluginsMenu(), "x");
-  const StDispatchCallback asOther(2);
+  const StActAs asOther(2);
   gHost.Answer("CreateMenu", 101);
   const VYRAMenuID top = VYRACreateMenu("Fuel", nullptr, 9, nullptr, nullptr);
   EXPECT_EQ(VYRAAppendMenuSeparator(top), 0);
@@ -134,7 +134,7 @@ TEST_F(Menus, HandlesIndicesAndNamesThatFitNothingChangeNothing) {
   gHost.calls.clear();
   VYRAMenuInfo_t none;
   int check = 77;
-  const StDispatchCallback asCreator(1);
+  const StActAs asCreator(1);
   const auto use = [&](VYRAMenuID any, int index) {
     VYRACheckMenuItem(any, index, 1);
     VYRACheckMenuItemState(any, index, &check);

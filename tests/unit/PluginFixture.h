@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "RecordingHost.h"
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 class PluginFixture : public ::testing::Test {
  protected:
@@ -24,7 +24,7 @@ class PluginFixture : public ::testing::Test {
   // Runs code of the test as code of a plugin.
   template <class Code>
   static auto RunAs(VYRAPluginID plugin, Code code) {
-    const StDispatchCallback dispatch(plugin);
+    const StDispatchCallback dispatch(plugin, VYRA_CALL_MESSAGE);
     return code();
   }
 

@@ -1,5 +1,5 @@
 // The registry, the dispatched plugin, and what the library says about plugins.
-#include "VYRALoaderRegistry.h"
+#include "VYRALoaderDispatch.h"
 
 #include <string>
 
@@ -12,9 +12,9 @@ namespace {
 using Registry = PluginFixture;
 
 TEST(EmptyRegistry, OnlyTheHostMayBeCalled) {
-  EXPECT_TRUE(StDispatchCallback(0)());
-  EXPECT_FALSE(StDispatchCallback(1)());
-  EXPECT_FALSE(StDispatchCallback(-1)());
+  EXPECT_TRUE(StDispatchCallback(0, VYRA_CALL_MESSAGE)());
+  EXPECT_FALSE(StDispatchCallback(1, VYRA_CALL_MESSAGE)());
+  EXPECT_FALSE(StDispatchCallback(-1, VYRA_CALL_MESSAGE)());
   VYRA_dprintf("dropped: there is no service table yet\n");
   VYRADebugString("dropped as well");
   EXPECT_EQ(VYRAInitialized(), 0);
@@ -24,7 +24,7 @@ TEST_F(Registry, ScopeSwitchesThePluginEvenWhenItRefusesAndPutsItBack) {
   const VYRAPluginID plugin = AddPlugin("a");
   VYRARegistrySetEnabled(plugin, false);
   {
-    const StDispatchCallback outer(plugin);
+    const StDispatchCallback outer(plugin, VYRA_CALL_MESSAGE);
     EXPECT_FALSE(outer());
     EXPECT_EQ(VYRAGetMyID(), plugin);
     EXPECT_TRUE(RunAs(0, [] { return VYRAGetMyID() == 0; }));
@@ -42,7 +42,7 @@ TEST_F(Registry, EachOfManyPluginsIsEnabledByItselfAndNoneIsOnceItsPlaceIsGone) 
   VYRARegistrySetEnabled(kPlugins, true);
   VYRARegistryDropLast();
   EXPECT_EQ(VYRAIsPluginEnabled(kPlugins), 0);
-  EXPECT_FALSE(StDispatchCallback(kPlugins)());
+  EXPECT_FALSE(StDispatchCallback(kPlugins, VYRA_CALL_MESSAGE)());
   VYRARegistryAppend({});
   EXPECT_EQ(VYRAIsPluginEnabled(kPlugins), 0);
 }

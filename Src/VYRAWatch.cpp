@@ -1,0 +1,80 @@
+// Who runs now, and the watcher that is told of every call into a plugin.
+#include "VYRAWatch.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "VYRALoaderDispatch.h"
+#include "VYRALoaderIdentities.h"
+
+unsigned gWatch = 0;
+
+namespace {
+
+constexpr const char* kKindNames[] = {
+    "",           "opening",       "start",        "enable",        "disable",     "stop",
+    "closing",    "message",       "flight loop",  "draw callback", "window draw", "window mouse",
+    "window key", "window cursor", "window wheel", "key sniffer",   "hot key",     "camera",
+    "menu",       "command",       "planes",       "object",        "shared data", "dataref",
+    "enumerator", "error",
+};
+static_assert(std::size(kKindNames) == VYRA_CALL_ERROR + 1);
+
+VYRAWatcher gWatcher = {};
+unsigned gWatchSettings = 0;  // so far; each is known by its number
+
+bool IsOfModule(int kind) { return kind == VYRA_CALL_OPENING || kind == VYRA_CALL_CLOSING; }
+
+// A noted call as the interface shows it.
+VYRARunningCall Describe(VYRACallWord call) {
+  const VYRAPluginID plugin = VYRACallPlugin(call);
+  const int kind = VYRACallKind(call);
+  VYRAIdentity identity = kind != VYRA_CALL_OPENING ? VYRAIdentityOf(plugin) : VYRAIdentity();
+  if (IsOfModule(kind)) identity.path = VYRARunningModuleAt(VYRACallDepth(call)).load();
+  return {plugin, kind, identity.name, identity.signature, identity.path};
+}
+
+}  // namespace
+
+int VYRAGetRunningCalls(VYRARunningCall* outCalls, int capacity) {
+  if (outCalls == nullptr) return 0;
+  int count = 0;
+  const int innermost = gDispatchDepth.load();
+  const int outermost = std::max(innermost - VYRA_MOST_RUNNING_CALLS, 0) + 1;
+  for (int depth = innermost; depth >= outermost && count < capacity; --depth) {
+    const VYRACallWord call = VYRARunningCallAt(depth).load();
+    if (VYRACallDepth(call) == depth) outCalls[count++] = Describe(call);
+  }
+  return count;
+}
+
+const char* VYRAGetCallKindName(int kind) {
+  const bool isKind = kind > 0 && kind < static_cast<int>(std::size(kKindNames));
+  return isKind ? kKindNames[kind] : "";
+}
+
+int VYRASetWatcher(const VYRAWatcher* watcher) {
+  if (watcher != nullptr && (watcher->structSize != static_cast<int>(sizeof(*watcher)) ||
+                             watcher->begin == nullptr || watcher->end == nullptr)) {
+    return 0;
+  }
+  gWatcher = watcher != nullptr ? *watcher : VYRAWatcher();
+  if (watcher != nullptr && ++gWatchSettings == 0) ++gWatchSettings;
+  gWatch = watcher != nullptr ? gWatchSettings : 0;
+  VYRARegistryWatchAccessors(gWatcher.wantsAccessors != 0);
+  return 1;
+}
+
+unsigned VYRAWatchTellBegin(VYRACallWord call) {
+  if (VYRACallPlugin(call) == VYRA_HOST_PLUGIN) return 0;
+  const unsigned told = gWatch;
+  const VYRARunningCall described = Describe(call);
+  gWatcher.begin(&described, gWatcher.refcon);
+  return told;
+}
+
+void VYRAWatchTellEnd(VYRACallWord call, unsigned told) {
+  if (told != gWatch) return;
+  const VYRARunningCall described = Describe(call);
+  gWatcher.end(&described, gWatcher.refcon);
+}
