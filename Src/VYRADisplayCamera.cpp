@@ -1,6 +1,6 @@
 #include "VYRACamera.h"
 
-#include "VYRADisplayCameraControl.h"
+#include "VYRADisplayCameraInternal.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 
@@ -9,7 +9,7 @@ namespace {
 bool gIsControlled = false;
 int gControlDuration = 0;
 VYRACameraControl_f gCurrentControlFunc = nullptr;
-int gCurrentControlPlugin = VYRA_NO_PLUGIN;
+VYRAPluginID gCurrentControlPlugin = VYRA_NO_PLUGIN;
 void* gCameraControlRef = nullptr;
 
 void VYRAReleaseCameraInternal(bool force) {
@@ -78,8 +78,8 @@ int VYRAAdjustCamera(float* x, float* y, float* z, float* pitch, float* heading,
 
 void VYRAReleaseCamera() { VYRAReleaseCameraInternal(false); }
 
-void VYRACameraDisableHook(int plugin) {
+void VYRACameraDisableHook(VYRAPluginID plugin) {
   if (plugin == gCurrentControlPlugin) VYRAReleaseCameraInternal(true);
 }
 
-void VYRACameraCleanupHook(int plugin) { VYRACameraDisableHook(plugin); }
+void VYRACameraCleanupHook(VYRAPluginID plugin) { VYRACameraDisableHook(plugin); }

@@ -1,7 +1,7 @@
 // Draw callbacks, and the steps of the host's frame that call them.
 #include <bitset>
 
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRADisplayRegistration.h"
 #include "VYRALoaderFeatures.h"
 
@@ -17,7 +17,7 @@ bool IsSame(const VYRADrawCallbackRecord& left, const VYRADrawCallbackRecord& ri
 VYRADrawCallbackRecord* NewRecord(VYRADrawCallback_f callback, int phase, int wantsBefore, void* refcon) {
   auto* record = new VYRADrawCallbackRecord;
   record->callback = callback;
-  record->plugin = gDispatchedPlugin;
+  record->owner = gDispatchedPlugin;
   record->phase = phase;
   record->wantsBefore = wantsBefore;
   record->refcon = refcon;
@@ -25,7 +25,7 @@ VYRADrawCallbackRecord* NewRecord(VYRADrawCallback_f callback, int phase, int wa
 }
 
 bool WantsPass(const VYRADrawCallbackRecord& record, int isReflection) {
-  return isReflection != 1 || VYRAHasFeatureInternal(record.plugin, kFeatureWantsReflections) != 0;
+  return isReflection != 1 || VYRAHasFeatureInternal(record.owner, kFeatureWantsReflections) != 0;
 }
 
 // Which phases may have callbacks. A frame asks for every phase, and most have none: those are not searched
@@ -56,7 +56,7 @@ int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
   };
   VYRADrawCallbackRecord* record = nullptr;
   while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
-    if (!dispatch(record->plugin)) continue;
+    if (!dispatch(record->owner)) continue;
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
     result &= record->callback(phase, isBefore, record->refcon);
     dispatch.Ended();

@@ -3,7 +3,7 @@
 // Kept: the walks are paired unevenly. Looking a hot key up, counting, enumerating and firing raise the
 // list's depth and leave it raised; registering lowers it without having raised it. So a removal mostly
 // waits for the end of its own unregistration, after which the hot key is gone whatever the depth.
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAStrings.h"
 
 VYRAResourceList<VYRAHotKeyInfoRecord> gHotKeys;
@@ -29,7 +29,7 @@ bool Fires(const VYRAHotKeyInfoRecord& record, char virtualKey, int flags) {
 VYRAHotKeyID VYRARegisterHotKey(char virtualKey, int flags, const char* description, VYRAHotKey_f callback,
                                 void* refcon) {
   auto* record = new VYRAHotKeyInfoRecord;
-  record->plugin = gDispatchedPlugin;
+  record->owner = gDispatchedPlugin;
   record->virtualKey = virtualKey;
   record->flags = flags;
   if (description != nullptr) record->description = description;
@@ -69,7 +69,7 @@ void VYRAGetHotKeyInfo(VYRAHotKeyID hotKey, char* outVirtualKey, int* outFlags, 
   if (outVirtualKey != nullptr) *outVirtualKey = record->virtualKey;
   if (outFlags != nullptr) *outFlags = record->flags;
   strcpytrunc(outDescription, record->description, VYRA_HOT_KEY_DESCRIPTION_SIZE);
-  if (outPlugin != nullptr) *outPlugin = record->plugin;
+  if (outPlugin != nullptr) *outPlugin = record->owner;
 }
 
 void VYRASetHotKeyCombination(VYRAHotKeyID hotKey, char virtualKey, int flags) {
@@ -83,7 +83,7 @@ bool VYRADispatchHotKey(char virtualKey, int flags) {
   VYRAResourceWalk<VYRAHotKeyInfoRecord> walk(gHotKeys);
   while (const VYRAHotKeyInfoRecord* record = walk.Next()) {
     if (!Fires(*record, virtualKey, flags)) continue;
-    const StDispatchCallback dispatch(record->plugin, VYRA_CALL_HOT_KEY);
+    const StDispatchCallback dispatch(record->owner, VYRA_CALL_HOT_KEY);
     if (!dispatch()) continue;
     walk.LeaveOpen();
     record->callback(record->refcon);

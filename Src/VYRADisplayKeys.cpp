@@ -1,6 +1,6 @@
 // Key sniffers, and the way of a keystroke: sniffers before the windows, hot keys, the window with keyboard
 // focus, sniffers after the windows.
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRADisplayRegistration.h"
 
 VYRAResourceList<VYRAKeyCallbackRecord> gKeyCallbacks;
@@ -15,7 +15,7 @@ bool IsSame(const VYRAKeyCallbackRecord& left, const VYRAKeyCallbackRecord& righ
 VYRAKeyCallbackRecord* NewRecord(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
   auto* record = new VYRAKeyCallbackRecord;
   record->callback = callback;
-  record->plugin = gDispatchedPlugin;
+  record->owner = gDispatchedPlugin;
   record->beforeWindows = beforeWindows;
   record->refcon = refcon;
   return record;
@@ -43,7 +43,7 @@ bool SnifferConsumes(const Key& pressed) {
   };
   VYRAKeyCallbackRecord* record = nullptr;
   while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
-    if (!dispatch(record->plugin)) continue;
+    if (!dispatch(record->owner)) continue;
     if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
     dispatch.Ended();
   }
@@ -54,7 +54,7 @@ bool SnifferConsumes(const Key& pressed) {
 bool FocusWindowConsumes(const Key& pressed) {
   VYRAWindowCallbackRecord* const window = gFocusWindow;
   if (window == nullptr) return false;
-  const StDispatchCallback dispatch(window->plugin, VYRA_CALL_WINDOW_KEY);
+  const StDispatchCallback dispatch(window->owner, VYRA_CALL_WINDOW_KEY);
   if (!dispatch()) return false;
   if (window->handleKey != nullptr) {
     window->handleKey(window, pressed.key, pressed.flags, pressed.virtualKey, window->refcon, 0);

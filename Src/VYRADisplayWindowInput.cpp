@@ -1,5 +1,5 @@
 // What the frame and the mouse do with windows: drawing, clicks and drags, the cursor and the wheel.
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
 
 namespace {
@@ -18,7 +18,7 @@ int PressMouse(int x, int y) {
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->handleMouseClick == nullptr) continue;
-    if (!dispatch(window->plugin)) continue;
+    if (!dispatch(window->owner)) continue;
     const int taken = window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon);
     dispatch.Ended();
     if (taken == 0) continue;
@@ -35,7 +35,7 @@ int MoveHeldMouse(int x, int y, int status) {
   if (window == nullptr) return 1;
   int result = 1;
   {
-    const StDispatchCallback dispatch(window->plugin, VYRA_CALL_WINDOW_MOUSE);
+    const StDispatchCallback dispatch(window->owner, VYRA_CALL_WINDOW_MOUSE);
     if (dispatch()) {
       window->handleMouseClick(window, x, y, status, window->refcon);
       result = 0;
@@ -52,7 +52,7 @@ int AskWindowsAt(int x, int y, int kind, Callback Window::*callback, Rest... res
   Walk walk(gWindows);
   while (Window* window = walk.Next()) {
     if (!IsHit(*window, x, y) || window->*callback == nullptr) continue;
-    if (!dispatch(window->plugin)) continue;
+    if (!dispatch(window->owner)) continue;
     const int answer = (window->*callback)(window, x, y, rest..., window->refcon);
     dispatch.Ended();
     if (answer != 0) return answer;
@@ -67,7 +67,7 @@ void VYRADisplayDrawWindows() {
   Walk walk(gWindows, Walk::Order::reverse);
   while (Window* window = walk.Next()) {
     if (window->is_dead() || window->visible == 0 || window->draw == nullptr) continue;
-    if (!dispatch(window->plugin)) continue;
+    if (!dispatch(window->owner)) continue;
     window->draw(window, window->refcon);
     dispatch.Ended();
   }

@@ -1,6 +1,6 @@
 // Windows: their records, their order and keyboard focus. What the mouse and the frame do with them stands in
 // VYRADisplayWindowInput.cpp.
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
 
 VYRAResourceList<VYRAWindowCallbackRecord> gWindows;
@@ -58,7 +58,7 @@ void TellLosingFocus(VYRAWindowID taker) {
   VYRAWindowCallbackRecord* const loser = gFocusWindow;
   if (loser == nullptr || loser == gLosingWindow || loser->handleKey == nullptr) return;
   const StLosingFocus losing(loser);
-  const StDispatchCallback dispatch(loser->plugin, VYRA_CALL_WINDOW_KEY);
+  const StDispatchCallback dispatch(loser->owner, VYRA_CALL_WINDOW_KEY);
   // Kept: the first argument is the window that takes focus, as plugins rely on it.
   if (dispatch()) loser->handleKey(taker, 0, 0, 0, loser->refcon, 1);
 }
@@ -75,7 +75,7 @@ VYRAWindowID AddWindow(const VYRAWindowCreateParams& params) {
   window->handleMouseClick = params.handleMouseClick;
   window->handleCursor = params.handleCursor;
   window->handleMouseWheel = params.handleMouseWheel;
-  window->plugin = gDispatchedPlugin;
+  window->owner = gDispatchedPlugin;
   window->refcon = params.refcon;
   gWindows.Add(window);
   return window;
@@ -159,7 +159,7 @@ void VYRASetWindowRefCon(VYRAWindowID window, void* refcon) {
 void VYRATakeKeyboardFocus(VYRAWindowID window) {
   const VYRAWindowCallbackRecord* taker = VYRAWindowIsValid(window);
   if (taker == gFocusWindow) return;
-  if (taker != nullptr && !VYRARegistryIsEnabled(taker->plugin)) return;
+  if (taker != nullptr && !VYRARegistryIsEnabled(taker->owner)) return;
   const StWindow standing(window);
   TellLosingFocus(window);
   gFocusWindow = standing.Get();
@@ -182,21 +182,21 @@ void VYRAGetScreenSize(int* outWidth, int* outHeight) { gHooks->GetScreenSize(ou
 
 void VYRAGetMouseLocation(int* outX, int* outY) { gHooks->GetMouseLocation(outX, outY, 1); }
 
-void VYRADisplayDisableHook(int plugin) {
-  if (gFocusWindow != nullptr && gFocusWindow->plugin == plugin) VYRATakeKeyboardFocus(nullptr);
-  if (gDragWindow == nullptr || gDragWindow->plugin != plugin) return;
+void VYRADisplayDisableHook(VYRAPluginID plugin) {
+  if (gFocusWindow != nullptr && gFocusWindow->owner == plugin) VYRATakeKeyboardFocus(nullptr);
+  if (gDragWindow == nullptr || gDragWindow->owner != plugin) return;
   int x = 0;
   int y = 0;
   gHooks->GetMouseLocation(&x, &y, 0);
   VYRADisplayMouseClickHook(x, y, VYRA_MOUSE_UP);
 }
 
-void VYRADisplayCleanupHook(int plugin) {
+void VYRADisplayCleanupHook(VYRAPluginID plugin) {
   VYRADisplayRemoveAllOf(gDrawCallbacks, plugin);
   VYRADisplayRemoveAllOf(gKeyCallbacks, plugin);
   // Asked of the two windows themselves: one that is hidden from the list is not met by the walk below.
-  if (gFocusWindow != nullptr && gFocusWindow->plugin == plugin) VYRATakeKeyboardFocus(nullptr);
-  if (gDragWindow != nullptr && gDragWindow->plugin == plugin) gDragWindow = nullptr;
+  if (gFocusWindow != nullptr && gFocusWindow->owner == plugin) VYRATakeKeyboardFocus(nullptr);
+  if (gDragWindow != nullptr && gDragWindow->owner == plugin) gDragWindow = nullptr;
   VYRADisplayRemoveAllOf(gWindows, plugin);
   VYRADisplayRemoveAllOf(gHotKeys, plugin);
 }

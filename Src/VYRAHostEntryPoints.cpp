@@ -6,14 +6,14 @@
 #include <exception>
 
 #include "VYRADataAccess.h"
-#include "VYRADisplayCameraControl.h"
+#include "VYRADisplayCameraInternal.h"
 #include "VYRAHostServices.h"
 #include "VYRALoader.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRAMenusInternal.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 #include "VYRAUtilitiesCommands.h"
 #include "VYRAUtilitiesKeys.h"
 

@@ -1,7 +1,7 @@
 // The simulator's hooks for input and queries, each handed on to the subsystem that answers it. While nothing
 // is loaded they answer as if no plugin had registered anything.
-#include "VYRADisplayCameraControl.h"
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayCameraInternal.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAHost.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderRegistry.h"

@@ -4,11 +4,11 @@
 #include <iterator>
 
 #include "VYRADataAccessInternal.h"
-#include "VYRADisplayCameraControl.h"
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayCameraInternal.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAMenusInternal.h"
 #include "VYRAPlanesInternal.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 #include "VYRASceneryObjects.h"
 #include "VYRAUtilitiesCommands.h"
 

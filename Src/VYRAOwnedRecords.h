@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "VYRADefs.h"
+
 // The base of a record that is kept in such chains.
 template <class T>
 struct VYRAOwned_t {
@@ -16,9 +18,11 @@ template <class T>
 class VYRAOwnedRecords {
  public:
   // The first record of a plugin, or null.
-  T* First(int plugin) const { return PlaceOf(plugin) < chains.size() ? chains[PlaceOf(plugin)] : nullptr; }
+  T* First(VYRAPluginID plugin) const {
+    return PlaceOf(plugin) < chains.size() ? chains[PlaceOf(plugin)] : nullptr;
+  }
 
-  void Add(int plugin, T* record) {
+  void Add(VYRAPluginID plugin, T* record) {
     const std::size_t place = PlaceOf(plugin);
     if (chains.size() <= place) chains.resize(place + 1);
     record->previousOwned = nullptr;
@@ -28,7 +32,7 @@ class VYRAOwnedRecords {
   }
 
   // Takes a record out of its plugin's chain.
-  void Remove(int plugin, T* record) {
+  void Remove(VYRAPluginID plugin, T* record) {
     if (record->nextOwned != nullptr) record->nextOwned->previousOwned = record->previousOwned;
     if (record->previousOwned != nullptr) {
       record->previousOwned->nextOwned = record->nextOwned;
@@ -39,7 +43,7 @@ class VYRAOwnedRecords {
 
  private:
   // VYRA_NO_PLUGIN, which is -1, has a chain as well.
-  static std::size_t PlaceOf(int plugin) { return static_cast<std::size_t>(plugin) + 1; }
+  static std::size_t PlaceOf(VYRAPluginID plugin) { return static_cast<std::size_t>(plugin) + 1; }
 
   std::vector<T*> chains;
 };

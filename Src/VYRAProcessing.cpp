@@ -6,7 +6,7 @@
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 
 VYRAResourceList<VYRAFlightLoopRecord> gFlightLoops;
 
@@ -49,7 +49,7 @@ void ReportBadParams(const VYRAFlightLoopParams& params) {
 }  // namespace
 
 VYRAFlightLoopRecord::VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle,
-                                           int plugin)
+                                           VYRAPluginID plugin)
     : phase(params.phase),
       callback(params.callback),
       refcon(params.refcon),
@@ -144,7 +144,7 @@ void VYRAProcessingRunPass(float now, int phase) {
   }
 }
 
-void VYRAProcessingCleanupHook(int plugin) {
+void VYRAProcessingCleanupHook(VYRAPluginID plugin) {
   VYRAResourceWalk walk(gFlightLoops);
   while (VYRAFlightLoopRecord* loop = walk.Next()) {
     if (loop->owner == plugin) gFlightLoops.Remove(loop);

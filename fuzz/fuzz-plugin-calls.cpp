@@ -11,13 +11,13 @@
 
 #include "RecordingHost.h"
 #include "VYRADataAccess.h"
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderLifecycleHooks.h"
 #include "VYRAProcessing.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "PluginFixture.h"
-#include "VYRADisplayCameraControl.h"
+#include "VYRADisplayCameraInternal.h"
 #include "VYRALoaderLifecycle.h"
 
 namespace {

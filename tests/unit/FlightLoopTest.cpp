@@ -1,7 +1,7 @@
 // Flight loops: when they are due, with what they are called, and what happens to the list while they run.
 #include "PluginFixture.h"
 #include "VYRAProcessing.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 
 namespace {
 

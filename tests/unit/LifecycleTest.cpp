@@ -5,7 +5,7 @@
 #include "PluginFixture.h"
 #include "VYRADataAccess.h"
 #include "VYRAProcessing.h"
-#include "VYRAProcessingLoops.h"
+#include "VYRAProcessingInternal.h"
 
 namespace {
 

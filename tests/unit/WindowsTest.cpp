@@ -3,7 +3,7 @@
 #include <string>
 
 #include "PluginFixture.h"
-#include "VYRADisplayRecords.h"
+#include "VYRADisplayInternal.h"
 #include "VYRALoaderLifecycle.h"
 
 namespace {

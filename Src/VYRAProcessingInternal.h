@@ -5,7 +5,7 @@
 #include "VYRAResourceList.h"
 
 struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
-  VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle, int plugin);
+  VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle, VYRAPluginID plugin);
   ~VYRAFlightLoopRecord();
   VYRAFlightLoopRecord(const VYRAFlightLoopRecord&) = delete;
   VYRAFlightLoopRecord& operator=(const VYRAFlightLoopRecord&) = delete;
@@ -20,7 +20,7 @@ struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
   int phase;
   VYRAFlightLoop_f callback;
   void* refcon;
-  int owner;
+  VYRAPluginID owner;
   float lastCallTime;  // seconds; of the last call, the creation or a schedule relative to now
   int lastCallCycle;   // of the last call or the creation
 };
@@ -31,4 +31,4 @@ extern VYRAResourceList<VYRAFlightLoopRecord> gFlightLoops;
 void VYRAProcessingRunPass(float now, int phase);
 
 // A plugin leaves: its flight loops are removed.
-void VYRAProcessingCleanupHook(int plugin);
+void VYRAProcessingCleanupHook(VYRAPluginID plugin);

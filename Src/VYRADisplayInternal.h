@@ -9,7 +9,7 @@
 
 struct VYRADrawCallbackRecord : VYRAResource_t<VYRADrawCallbackRecord> {
   VYRADrawCallback_f callback = nullptr;
-  int plugin = VYRA_NO_PLUGIN;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   int phase = 0;
   int wantsBefore = 0;
   void* refcon = nullptr;
@@ -17,7 +17,7 @@ struct VYRADrawCallbackRecord : VYRAResource_t<VYRADrawCallbackRecord> {
 
 struct VYRAKeyCallbackRecord : VYRAResource_t<VYRAKeyCallbackRecord> {
   VYRAKeySniffer_f callback = nullptr;
-  int plugin = VYRA_NO_PLUGIN;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   int beforeWindows = 0;
   void* refcon = nullptr;
 };
@@ -33,12 +33,12 @@ struct VYRAWindowCallbackRecord : VYRAResource_t<VYRAWindowCallbackRecord> {
   VYRAHandleMouseClick_f handleMouseClick = nullptr;
   VYRAHandleCursor_f handleCursor = nullptr;
   VYRAHandleMouseWheel_f handleMouseWheel = nullptr;
-  int plugin = VYRA_NO_PLUGIN;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   void* refcon = nullptr;
 };
 
 struct VYRAHotKeyInfoRecord : VYRAResource_t<VYRAHotKeyInfoRecord> {
-  int plugin = VYRA_NO_PLUGIN;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   char virtualKey = 0;
   int flags = 0;
   std::string description;
@@ -79,16 +79,16 @@ void VYRADisplayDrawWindows();
 bool VYRADispatchHotKey(char virtualKey, int flags);
 
 // A plugin is about to be disabled: it loses keyboard focus and the mouse, and is told so.
-void VYRADisplayDisableHook(int plugin);
+void VYRADisplayDisableHook(VYRAPluginID plugin);
 
 // A plugin leaves: its draw callbacks, key sniffers, windows and hot keys are removed.
-void VYRADisplayCleanupHook(int plugin);
+void VYRADisplayCleanupHook(VYRAPluginID plugin);
 
 // Removes every record of a plugin from a list, in one walk.
 template <class Record>
-void VYRADisplayRemoveAllOf(VYRAResourceList<Record>& list, int plugin) {
+void VYRADisplayRemoveAllOf(VYRAResourceList<Record>& list, VYRAPluginID plugin) {
   VYRAResourceWalk<Record> walk(list);
   while (Record* record = walk.Next()) {
-    if (record->plugin == plugin) list.Remove(record);
+    if (record->owner == plugin) list.Remove(record);
   }
 }
