@@ -1,6 +1,5 @@
-// A hash table that is searched far more often than it grows, and from which nothing is removed: the index
-// beside an ordered map, or what a host asks for in every frame. Nearly always a look-up is a multiplication
-// and one place in memory.
+// A hash table that is searched far more often than it changes: the index beside an ordered map, or what a
+// host asks for in every frame. Nearly always a look-up is a multiplication and one place in memory.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +11,7 @@
 template <class Entry>
 class VYRAHashIndex {
  public:
-  // The entry with this hash that matches, or null. Good until the next is added.
+  // The entry with this hash that matches, or null. Good until one is added or removed.
   template <class Matches>
   Entry* Find(std::uint64_t hash, Matches matches) {
     for (std::size_t place = PlaceOf(hash); entries[place].IsUsed(); place = After(place)) {
@@ -27,6 +26,22 @@ class VYRAHashIndex {
     return Place(entry);
   }
 
+  // Takes an entry of the table out. What it kept from its own place moves up, so that nothing marks where it
+  // stood and look-ups stay as short as if it had never been there.
+  void Remove(const Entry* entry) {
+    auto hole = static_cast<std::size_t>(entry - entries.data());
+    for (std::size_t place = After(hole); entries[place].IsUsed(); place = After(place)) {
+      const bool mayMove = Distance(PlaceOf(entries[place].Hash()), place) >= Distance(hole, place);
+      if (!mayMove) continue;
+      entries[hole] = entries[place];
+      hole = place;
+    }
+    entries[hole] = Entry();
+    --count;
+  }
+
+  std::size_t Count() const { return count; }
+
   // Every entry, unused ones too.
   std::vector<Entry>& Entries() { return entries; }
 
@@ -36,6 +51,7 @@ class VYRAHashIndex {
   // address.
   std::size_t PlaceOf(std::uint64_t hash) const { return (hash * 0x9E3779B97F4A7C15U) >> shift; }
   std::size_t After(std::size_t place) const { return (place + 1) & (entries.size() - 1); }
+  std::size_t Distance(std::size_t from, std::size_t to) const { return (to - from) & (entries.size() - 1); }
 
   Entry& Place(const Entry& entry) {
     std::size_t place = PlaceOf(entry.Hash());

@@ -2,7 +2,9 @@
 // in every phase of every command, mostly for commands that few or no plugins handle.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "VYRAHashIndex.h"
 #include "VYRAOwnedRecords.h"
@@ -20,6 +22,31 @@ struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t>, VYRAPooled_t<VYRACommandC
 
 class VYRACommandTable {
  public:
+  VYRACommandTable() = default;
+  ~VYRACommandTable();
+  VYRACommandTable(const VYRACommandTable&) = delete;
+  VYRACommandTable& operator=(const VYRACommandTable&) = delete;
+
+  // The handler of a command that is called first, or null.
+  VYRACommandCB_t* First(VYRACommandRef command) {
+    const Entry* entry = Find(command);
+    return entry != nullptr ? entry->first : nullptr;
+  }
+
+  // The first of a plugin's handlers, of whichever command, or null.
+  VYRACommandCB_t* FirstOf(VYRAPluginID plugin) const { return owned.First(plugin); }
+
+  // Adds a handler in front of those of its command, or behind them. It belongs to the table from here on.
+  void AddFirst(VYRACommandCB_t* handler);
+  void AddLast(VYRACommandCB_t* handler);
+
+  // Takes a handler of the table out, and with the last one its command.
+  std::unique_ptr<VYRACommandCB_t> Take(VYRACommandCB_t* handler);
+
+  // How many commands have handlers.
+  std::size_t Count() const { return index.Count(); }
+
+ private:
   struct Entry {
     // Any pointer may be a command, null too: an unused entry has one that nobody else can have.
     static constexpr char kUnused = 0;
@@ -31,28 +58,12 @@ class VYRACommandTable {
     std::uint64_t Hash() const { return reinterpret_cast<std::uintptr_t>(command); }
   };
 
-  VYRACommandTable() = default;
-  ~VYRACommandTable();
-  VYRACommandTable(const VYRACommandTable&) = delete;
-  VYRACommandTable& operator=(const VYRACommandTable&) = delete;
-
-  // The first handler of a command, or null.
-  VYRACommandCB_t* First(VYRACommandRef command) {
-    const Entry* entry = Find(command);
-    return entry != nullptr ? entry->first : nullptr;
-  }
-
-  // The entry of a command, made when there is none. Good until the next is made. Entries of commands whose
-  // handlers all went stay.
-  Entry& At(VYRACommandRef command);
-
-  // The handlers of a plugin.
-  VYRAOwnedRecords<VYRACommandCB_t> owned;
-
- private:
   Entry* Find(VYRACommandRef command) {
     return index.Find(reinterpret_cast<std::uintptr_t>(command), [](const Entry&) { return true; });
   }
+  void AddAt(VYRACommandCB_t*& link, VYRACommandCB_t* handler);
+  VYRACommandCB_t*& FirstLink(VYRACommandRef command);
 
   VYRAHashIndex<Entry> index;
+  VYRAOwnedRecords<VYRACommandCB_t> owned;
 };

@@ -1,5 +1,6 @@
 #include "VYRAUtilitiesCommands.h"
 
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -17,6 +18,7 @@ namespace {
 using Handler = VYRACommandCB_t;
 
 std::uint64_t gRegistrations = 0;
+std::uint64_t gPresses = 0;
 int gPasses = 0;                                         // on their way through handlers
 std::vector<std::unique_ptr<Handler>> gRemovedHandlers;  // on which one of them may stand
 
@@ -32,22 +34,15 @@ class StPass {
   StPass& operator=(const StPass&) = delete;
 };
 
-// Takes the handler that `link` leads to out of its list. A pass that stands on it goes on from it, past
-// those that are removed after it.
-void Remove(VYRACommandTable& hooks, Handler*& link) {
-  std::unique_ptr<Handler> handler(link);
-  hooks.owned.Remove(handler->owner, handler.get());
-  link = handler->next;
-  handler->callback = nullptr;
-  if (gPasses > 0) gRemovedHandlers.push_back(std::move(handler));
+// A pass that stands on the handler goes on from it, past those that are removed after it.
+void Remove(VYRACommandTable& hooks, Handler* handler) {
+  std::unique_ptr<Handler> removed = hooks.Take(handler);
+  removed->callback = nullptr;
+  if (gPasses > 0) gRemovedHandlers.push_back(std::move(removed));
 }
 
 void RemoveHandlersOf(VYRAPluginID plugin, VYRACommandTable& hooks) {
-  while (const Handler* handler = hooks.owned.First(plugin)) {
-    Handler** link = &hooks.At(handler->command).first;
-    while (*link != handler) link = &(*link)->next;
-    Remove(hooks, *link);
-  }
+  while (Handler* handler = hooks.FirstOf(plugin)) Remove(hooks, handler);
 }
 
 int PhaseOf(int isBegin, int isEnd) {
@@ -68,20 +63,41 @@ int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
   return 1;
 }
 
-// The commands that are held may change with each call of the host, so both walks over them look up where
-// they go next. Each only moves up, and so comes to an end.
-
-void EndCommandsOf(VYRAPluginID plugin) {
-  auto next = gCommandMap.lower_bound({plugin, nullptr});
-  while (next != gCommandMap.end() && next->owner == plugin) {
+// Hands each command that a plugin with an ID from `first` to `last` holds to `tell`, which calls the host.
+// What is held may change with each call, so where to go next is looked up afterwards; what is pressed
+// meanwhile has a higher number and is passed by, or a handler that presses a command whenever another is
+// told of would keep the host here for ever.
+template <class Tell>
+void TellOfHeldCommands(VYRAPluginID first, VYRAPluginID last, Tell tell) {
+  const std::uint64_t newest = gPresses;
+  auto next = gCommandMap.lower_bound({.owner = first});
+  while (next != gCommandMap.end() && next->owner <= last) {
     const VYRAHeldCommand held = *next;
-    gCommandMap.erase(next);  // first: it is not to be ended twice, whatever the host's call leads to
-    gHooks->CommandEnd(held.command);
+    if (held.serial <= newest) tell(held);
     next = gCommandMap.upper_bound(held);
   }
+}
+
+void EndCommandsOf(VYRAPluginID plugin) {
+  TellOfHeldCommands(plugin, plugin, [](const VYRAHeldCommand& held) {
+    gCommandMap.erase(held);  // first: it is not to be ended twice, whatever the host's call leads to
+    gHooks->CommandEnd(held.command);
+  });
   // What was pressed again meanwhile, in the name of a plugin that is gone.
   std::erase_if(gCommandMap, [&](const VYRAHeldCommand& held) { return held.owner == plugin; });
 }
+
+// Notes that a command is not held any more when the host has been told, also when a handler of it threw.
+class StReleasing {
+ public:
+  explicit StReleasing(VYRACommandRef command) : held{.owner = gDispatchedPlugin, .command = command} {}
+  ~StReleasing() { gCommandMap.erase(held); }
+  StReleasing(const StReleasing&) = delete;
+  StReleasing& operator=(const StReleasing&) = delete;
+
+ private:
+  VYRAHeldCommand held;
+};
 
 }  // namespace
 
@@ -96,17 +112,17 @@ VYRACommandRef VYRACreateCommand(const char* name, const char* description) {
     VYRASendError("Plugin is illegally registering a command with the prefix sim/");
     VYRALogPluginWarning("It is illegal to register a command starting with sim/");
   }
-  return gHooks->FindCommand(name, description != nullptr ? description : "", 1);
+  return gHooks->FindCommand(name, description, 1);
 }
 
 void VYRACommandBegin(VYRACommandRef command) {
-  gCommandMap.insert({gDispatchedPlugin, command});
+  gCommandMap.insert({gDispatchedPlugin, command, ++gPresses});
   gHooks->CommandBegin(command);
 }
 
 void VYRACommandEnd(VYRACommandRef command) {
+  const StReleasing releasing(command);
   gHooks->CommandEnd(command);
-  gCommandMap.erase({gDispatchedPlugin, command});
 }
 
 // Kept: nothing is noted, so a command that the plugin holds stays held, and is ended again when it leaves.
@@ -118,22 +134,24 @@ void VYRACommandOnce(VYRACommandRef command) {
 void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                 void* refcon) {
   if (handler == nullptr) return;
-  VYRACommandTable& hooks = HooksFor(before);
-  Handler** link = &hooks.At(command).first;
+  auto* added = new Handler{{}, {}, handler, gDispatchedPlugin, refcon, ++gRegistrations, nullptr, command};
   // Kept: before the host the newest handler comes first, after it the oldest. The plugin that hooked in
   // front of a command last is to see it first.
-  while (before == 0 && *link != nullptr) link = &(*link)->next;
-  *link = new Handler{{}, {}, handler, gDispatchedPlugin, refcon, ++gRegistrations, *link, command};
-  hooks.owned.Add(gDispatchedPlugin, *link);
+  if (before != 0) {
+    gPreHooks.AddFirst(added);
+  } else {
+    gPostHooks.AddLast(added);
+  }
 }
 
 void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                   void* refcon) {
   VYRACommandTable& hooks = HooksFor(before);
-  for (Handler** link = &hooks.At(command).first; *link != nullptr; link = &(*link)->next) {
-    const Handler& record = **link;
-    if (record.callback != handler || record.owner != gDispatchedPlugin || record.refcon != refcon) continue;
-    Remove(hooks, *link);
+  for (Handler* record = hooks.First(command); record != nullptr; record = record->next) {
+    if (record->callback != handler || record->owner != gDispatchedPlugin || record->refcon != refcon) {
+      continue;
+    }
+    Remove(hooks, record);
     return;
   }
 }
@@ -144,11 +162,9 @@ int VYRADispatchCommandHook(VYRACommandRef command, int isBegin, int isEnd, int 
 }
 
 void VYRACommandRepeatHook() {
-  for (auto next = gCommandMap.begin(); next != gCommandMap.end();) {
-    const VYRAHeldCommand held = *next;
+  TellOfHeldCommands(VYRA_HOST_PLUGIN, INT_MAX, [](const VYRAHeldCommand& held) {
     if (VYRARegistryIsEnabled(held.owner)) gHooks->CommandRepeat(held.command);
-    next = gCommandMap.upper_bound(held);
-  }
+  });
 }
 
 void VYRACommandCleanupHook(VYRAPluginID plugin) {

@@ -8,8 +8,9 @@
 #include "VYRAUtilitiesCommandTable.h"
 
 struct VYRAHeldCommand {
-  VYRAPluginID owner;
-  VYRACommandRef command;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
+  VYRACommandRef command = nullptr;
+  std::uint64_t serial = 0;  // rises with each press; the same command is the same whatever it is
 
   bool operator<(const VYRAHeldCommand& other) const {
     return std::tie(owner, command) < std::tie(other.owner, other.command);

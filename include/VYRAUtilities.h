@@ -45,7 +45,7 @@ VYRA_API VYRACommandRef VYRAFindCommand(const char* name);
  * The command of this name, which the host makes when it has none.
  *
  * name: the prefix "sim/" belongs to the simulator; null makes nothing and gives null. description: a
- * text for the user, which the host uses when it makes the command; null counts as empty.
+ * text for the user, which the host uses when it makes the command; handed to the host as it is, null too.
  *
  * Error: for a name that begins with "sim/", "Plugin is illegally registering a command with the prefix
  * sim/", and in the host's log the warning "It is illegal to register a command starting with sim/". The
@@ -56,7 +56,8 @@ VYRA_API VYRACommandRef VYRACreateCommand(const char* name, const char* descript
 /**
  * Presses a command and holds it: the calling plugin counts as holding it, once however often it presses
  * it, and the host is told to continue it in each frame while the plugin is enabled. Ends with
- * VYRACommandEnd, or when the plugin is unloaded.
+ * VYRACommandEnd, or when the plugin is unloaded. A command that is pressed while the host is told of held
+ * ones is first continued in the next frame.
  */
 VYRA_API void VYRACommandBegin(VYRACommandRef command);
 

@@ -72,8 +72,8 @@ TEST_F(Commands, SimulatorsPrefixIsReportedTwiceInTwoWordingsAndNotRefused) {
   });
   EXPECT_EQ(errors, Lines{"1: Plugin is illegally registering a command with the prefix sim/"});
   EXPECT_EQ(gHost.log, "[The a]: It is illegal to register a command starting with sim/\n");
-  EXPECT_EQ(gHost.calls,
-            (Lines{"FindCommand(sim/foo|Foo|1)", "FindCommand(Sim/foo||1)", "FindCommand(sim/foo|null|0)"}));
+  EXPECT_EQ(gHost.calls, (Lines{"FindCommand(sim/foo|Foo|1)", "FindCommand(Sim/foo|null|1)",
+                                "FindCommand(sim/foo|null|0)"}));
 }
 
 TEST_F(Commands, NewestHandlerIsFirstBeforeTheHostAndLastAfterItUntilOneStopsThePass) {
@@ -152,6 +152,56 @@ TEST_F(Commands, HeldCommandsAreContinuedInOrderWhileTheirPluginIsEnabledAndEnde
   EXPECT_EQ(Repeat(), "(5)(9)") << "also the host's own";
   RunAs(1, [] { VYRACommandEnd(Ref(9)); });
   EXPECT_EQ(Repeat(), "(5)");
+}
+
+TEST_F(Commands, WhatIsPressedWhileHeldCommandsAreToldWaitsForTheNextTime) {
+  static std::uintptr_t highest;
+  static constexpr auto pressHigher = [](VYRACommandRef) {
+    ASSERT_LT(highest, 1000U) << "what is pressed meanwhile is told of, and so on without an end";
+    VYRACommandBegin(Ref(++highest));
+  };
+  highest = 8;
+  Hold({7, 8});
+  gHost.services.CommandRepeat = pressHigher;
+  VYRACommandRepeatHook();
+  EXPECT_EQ(highest, 10U) << "once for each of the two";
+  VYRACommandRepeatHook();
+  EXPECT_EQ(highest, 14U) << "once for each of the four";
+
+  RunAs(AddPlugin("a"), [] { Hold({7, 8}); });
+  gHost.services.CommandEnd = [](VYRACommandRef command) { RunAs(1, [=] { pressHigher(command); }); };
+  VYRACommandCleanupHook(1);
+  EXPECT_EQ(highest, 16U);
+  for (const VYRAHeldCommand& held : gCommandMap) EXPECT_EQ(held.owner, VYRA_HOST_PLUGIN);
+}
+
+TEST_F(Commands, CommandIsReleasedAlsoWhenAHandlerOfItsEndThrows) {
+  Hold({7});
+  gHost.services.CommandEnd = [](VYRACommandRef) { throw 1; };
+  EXPECT_THROW(VYRACommandEnd(Ref(7)), int);
+  EXPECT_EQ(Repeat(), "");
+}
+
+TEST_F(Commands, ThoseThatNobodyHandlesAnyMoreLeaveTheTable) {
+  const VYRAPluginID leaver = AddPlugin("a");
+  const auto each = [](std::uintptr_t step, auto change) {
+    for (std::uintptr_t command = 0; command < 6000; command += step) change(Ref(command), Call, 0, &a);
+  };
+  each(1, VYRAUnregisterCommandHandler);
+  EXPECT_EQ(gPostHooks.Count(), 0U) << "asking for none makes none";
+  each(1, VYRARegisterCommandHandler);
+  RunAs(leaver, [&] { each(2, VYRARegisterCommandHandler); });
+  each(3, VYRAUnregisterCommandHandler);
+  EXPECT_EQ(gPostHooks.Count(), 5000U) << "of each third the leaver still handles the half";
+  VYRACommandCleanupHook(leaver);
+  EXPECT_EQ(gPostHooks.Count(), 4000U);
+  for (std::uintptr_t command = 0; command < 6000; ++command) {
+    called.clear();
+    VYRADispatchCommandHook(Ref(command), 0, 0, 0);
+    ASSERT_EQ(called, command % 3 == 0 ? "" : "a") << command;
+  }
+  each(1, VYRAUnregisterCommandHandler);
+  EXPECT_EQ(gPostHooks.Count(), 0U);
 }
 
 TEST_F(Commands, HostMayChangeWhatIsHeldWhileItIsToldOfIt) {
