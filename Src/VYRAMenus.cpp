@@ -19,6 +19,8 @@ constexpr int kLastVersionThatKeepsMenus = 567;  // hosts up to this one cannot 
 // Menus of departed plugins whose host could not destroy them. Nothing finds them any more.
 std::vector<std::unique_ptr<Menu>> gAbandonedMenus;
 
+std::uint64_t gMenusMade = 0;
+
 // The host may call back from any service, and change or destroy menus. So the functions below look a menu
 // up again after a call of the host, or bring the records up to date before it.
 
@@ -53,24 +55,18 @@ void RemoveAllItems(Menu& menu) {
 
 bool HostDestroysMenus() { return gHooks->hostVersion > kLastVersionThatKeepsMenus; }
 
+using MenuPlace = std::vector<std::unique_ptr<Menu>>::iterator;
+
+MenuPlace FindMenuOf(VYRAPluginID plugin) {
+  return std::find_if(gMenus.begin(), gMenus.end(), [&](const auto& menu) { return menu->owner == plugin; });
+}
+
 // Takes a menu out of the list, so that its handle is good for nothing from here on.
-std::unique_ptr<Menu> Take(std::vector<std::unique_ptr<Menu>>::iterator place) {
+std::unique_ptr<Menu> Take(MenuPlace place) {
   std::unique_ptr<Menu> menu = std::move(*place);
   gMenus.erase(place);
   if (menu.get() == gPluginMenu) gPluginMenu = nullptr;
   return menu;
-}
-
-std::vector<std::unique_ptr<Menu>> TakeMenusOf(VYRAPluginID plugin) {
-  std::vector<std::unique_ptr<Menu>> taken;
-  for (auto place = gMenus.begin(); place != gMenus.end();) {
-    if ((*place)->owner == plugin) {
-      taken.push_back(Take(place));
-    } else {
-      ++place;
-    }
-  }
-  return taken;
 }
 
 Menu* CreateMenu(const char* name, int hostParent, int parentPosition, VYRAMenuHandler_f handler,
@@ -80,7 +76,41 @@ Menu* CreateMenu(const char* name, int hostParent, int parentPosition, VYRAMenuH
   menu->refcon = refcon;
   menu->handler = handler;
   menu->owner = gDispatchedPlugin;
+  menu->serial = ++gMenusMade;
   return gMenus.emplace_back(std::move(menu)).get();
+}
+
+// A menu leaves the list before the host is told of it: when an exception ends this, it can be called again
+// for the others.
+void DestroyMenusOf(VYRAPluginID plugin) {
+  auto left =
+      std::count_if(gMenus.begin(), gMenus.end(), [&](const auto& menu) { return menu->owner == plugin; });
+  for (auto place = FindMenuOf(plugin); left > 0 && place != gMenus.end();
+       --left, place = FindMenuOf(plugin)) {
+    std::unique_ptr<Menu> menu = Take(place);
+    RemoveAllItems(*menu);
+    if (HostDestroysMenus()) {
+      gHooks->DestroyMenu(menu->hostMenu);
+    } else {
+      // Kept: such a host goes on showing the menu, so its record stays as well.
+      gAbandonedMenus.push_back(std::move(menu));
+    }
+  }
+}
+
+// Only those in the menu "Plugins" go. The others stay, but a later plugin with the same ID is not to count
+// them among its own.
+void RemoveItemsOf(VYRAPluginID plugin) {
+  int position = gPluginMenu != nullptr ? static_cast<int>(gPluginMenu->items.size()) : 0;
+  while (--position >= 0 && gPluginMenu != nullptr) {
+    const Item* item = ItemAt(*gPluginMenu, position);
+    if (item != nullptr && item->owner == plugin) RemoveItem(*gPluginMenu, position);
+  }
+  for (const auto& menu : gMenus) {
+    for (Item& item : menu->items) {
+      if (item.owner == plugin) item.owner = VYRA_NO_PLUGIN;
+    }
+  }
 }
 
 }  // namespace
@@ -139,9 +169,10 @@ void VYRAClearAllMenuItems(VYRAMenuID menu) {
 
 int VYRAAppendMenuItem(VYRAMenuID menu, const char* name, void* itemRef, int flag) {
   if (name == nullptr || !Exists(menu)) return -1;
+  const std::uint64_t serial = menu->serial;
   const int hostItem =
       gHooks->AppendMenuItem(menu->hostMenu, static_cast<int>(menu->items.size()), name, flag);
-  if (!Exists(menu)) return -1;
+  if (!Exists(menu) || menu->serial != serial) return -1;
   menu->items.push_back({hostItem, itemRef, VYRA_MENU_NO_CHECK, 1, gDispatchedPlugin});
   return VYRAItemGlobalToPlugin(*menu, gDispatchedPlugin, static_cast<int>(menu->items.size()) - 1);
 }
@@ -185,7 +216,7 @@ int VYRAHandleMenuItemPick(int hostItem) {
     if (item == menu->items.end()) continue;
     if (menu->handler == nullptr || item->enabled == 0) return 0;
     const StDispatchCallback dispatch(menu->owner, VYRA_CALL_MENU);
-    // Nothing of the menu is touched after the call: its handler may have destroyed it.
+    // Nothing of the menus is touched after the call: its handler may have destroyed them all.
     if (dispatch()) menu->handler(menu->refcon, item->ref);
     return 0;
   }
@@ -212,24 +243,6 @@ int VYRAHandleMenuItemEnable(int hostMenu, int position) {
 }
 
 void VYRAMenuCleanupHook(VYRAPluginID plugin) {
-  for (std::unique_ptr<Menu>& menu : TakeMenusOf(plugin)) {
-    RemoveAllItems(*menu);
-    if (HostDestroysMenus()) {
-      gHooks->DestroyMenu(menu->hostMenu);
-    } else {
-      // Kept: such a host goes on showing the menu, so its record stays as well.
-      gAbandonedMenus.push_back(std::move(menu));
-    }
-  }
-  int position = gPluginMenu != nullptr ? static_cast<int>(gPluginMenu->items.size()) : 0;
-  while (--position >= 0 && gPluginMenu != nullptr) {
-    const Item* item = ItemAt(*gPluginMenu, position);
-    if (item != nullptr && item->owner == plugin) RemoveItem(*gPluginMenu, position);
-  }
-  // Its items in other menus stay, but a later plugin with its ID is not to count them among its own.
-  for (const auto& menu : gMenus) {
-    for (Item& item : menu->items) {
-      if (item.owner == plugin) item.owner = VYRA_NO_PLUGIN;
-    }
-  }
+  DestroyMenusOf(plugin);
+  RemoveItemsOf(plugin);
 }

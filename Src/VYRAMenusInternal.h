@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "VYRAMenus.h"
+#include "VYRARecordPool.h"
 
 struct VYRAMenuItem {
   int hostItem;  // the host's number of it
@@ -15,11 +17,12 @@ struct VYRAMenuItem {
   VYRAPluginID owner;  // who appended it; VYRA_NO_PLUGIN once that plugin is gone
 };
 
-struct VYRAMenuInfo_t {
+struct VYRAMenuInfo_t : VYRAPooled_t<VYRAMenuInfo_t> {
   int hostMenu = 0;  // the host's number of it
   void* refcon = nullptr;
   VYRAMenuHandler_f handler = nullptr;    // null: picks are swallowed
   VYRAPluginID owner = VYRA_HOST_PLUGIN;  // who created it
+  std::uint64_t serial = 0;               // rises with each menu: a later one may have the same address
   std::vector<VYRAMenuItem> items;        // in the host's order: an index is the host's position
 };
 

@@ -227,4 +227,29 @@ TEST_F(Menus, HostMayDestroyTheMenuThatItIsToldOf) {
   EXPECT_NE(Create(1), nullptr) << "in the menu bar itself";
 }
 
+TEST_F(Menus, ItemOfAMenuThatTheHostDestroysMeanwhileDoesNotGoToTheNextMenu) {
+  static VYRAMenuID menu, parent, next;
+  parent = Create(1);
+  menu = Create(1);
+  gHost.services.AppendMenuItem = [](int, int, const char*, int) {
+    VYRADestroyMenu(menu);
+    next = VYRACreateMenu("next", parent, 0, nullptr, nullptr);
+    return 1;
+  };
+  EXPECT_EQ(Append(1, menu, "x"), -1);
+  EXPECT_TRUE(next->items.empty());
+}
+
+TEST_F(Menus, DepartureThatAServiceEndsByAnExceptionGoesOnWithTheNextMenu) {
+  for (int i = 0; i < 3; ++i) Create(1);
+  static int destroyed;
+  gHost.services.DestroyMenu = [](int) {
+    if (++destroyed == 1) throw 1;
+  };
+  EXPECT_THROW(VYRAMenuCleanupHook(1), int);
+  VYRAMenuCleanupHook(1);
+  EXPECT_EQ(destroyed, 3);
+  EXPECT_EQ(gMenus.size(), 1U);
+}
+
 }  // namespace
