@@ -1,12 +1,13 @@
 #include "VYRAPlanes.h"
 
-#include <cstddef>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <deque>
+#include <map>
 #include <string>
+#include <string_view>
 #include <utility>
-#include <vector>
 
 #include "VYRADataAccess.h"
 #include "VYRAHostServices.h"
@@ -21,9 +22,6 @@ constexpr int kUsersPlane = 0;
 constexpr int kNoLimit = -1;
 constexpr int kFirstVersionThatReinits = 568;
 
-// No host has as many. A wish for a plane beyond would only fill the memory.
-constexpr std::size_t kMostPlanes = VYRA_MOST_PLANES;
-
 struct WaitingRequest {
   VYRAPlanesReturned_f callback;
   void* refcon;
@@ -36,7 +34,7 @@ VYRAPluginID gOwner = VYRA_NO_PLUGIN;
 int gPlaneLimit = kNoLimit;
 int gMaxPlanes = -1;  // until the host has said
 bool gIsSelfLoading = false;
-std::vector<std::string> gRequestedPlanes;  // by plane; empty for no wish
+std::map<int, std::string> gRequestedPlanes;  // the wishes alone, by plane
 WaitingRequests gQueue;
 
 // A release that tells those who waited when it began. It takes them off the queue, so that they can wait
@@ -97,6 +95,17 @@ void SwitchAIOff(int planeIndex, int off) {
   VYRASetDatai(VYRAFindDataRef(name), off);
 }
 
+// Longer paths name no file; a host's buffer has no room for them.
+bool CanNameAFile(std::string_view path) { return path.size() < VYRA_PLANE_PATH_SIZE; }
+
+void Wish(int planeIndex, const std::string& path) {
+  if (path.empty()) {
+    gRequestedPlanes.erase(planeIndex);
+  } else {
+    gRequestedPlanes[planeIndex] = path;
+  }
+}
+
 void LoadModel(int planeIndex, const std::string& path, const char* fileName) {
   const StSelfLoading loading;
   gHooks->SetAircraftModel(planeIndex, path.c_str(), fileName);
@@ -131,8 +140,9 @@ int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, void* refc
   gPlaneLimit = kNoLimit;
   gOwner = VYRAGetDispatchedPlugin();
   if (aircraft == nullptr) return 1;
-  for (; *aircraft != nullptr && gRequestedPlanes.size() < kMostPlanes; ++aircraft) {
-    gRequestedPlanes.push_back(VYRAPathFromPlugin(*aircraft));
+  for (int plane = 0; aircraft[plane] != nullptr && plane < INT_MAX; ++plane) {
+    const std::string model = VYRAPathFromPlugin(aircraft[plane]);
+    if (CanNameAFile(model)) Wish(plane, model);
   }
   return 1;
 }
@@ -143,7 +153,8 @@ void VYRAReleasePlanes(void) {
   gOwner = VYRA_NO_PLUGIN;
   gRequestedPlanes.clear();
   StTelling telling;
-  for (int plane = 1; plane < gMaxPlanes; ++plane) SwitchAIOff(plane, 0);
+  // As many as there are now: the accessors that are called may tell of another number.
+  for (int plane = 1, planes = gMaxPlanes; plane < planes; ++plane) SwitchAIOff(plane, 0);
   telling.TellAll();
 }
 
@@ -152,12 +163,10 @@ void VYRASetActiveAircraftCount(int count) {
 }
 
 void VYRASetAircraftModel(int planeIndex, const char* path) {
-  if (!CallerHoldsPlanes() || path == nullptr) return;
-  const auto plane = static_cast<std::size_t>(planeIndex);
-  if (plane >= kMostPlanes) return;  // a negative one too
+  if (!CallerHoldsPlanes() || path == nullptr || planeIndex < 0) return;
   const std::string model = VYRAPathFromPlugin(path);
-  if (gRequestedPlanes.size() <= plane) gRequestedPlanes.resize(plane + 1);
-  gRequestedPlanes[plane] = model;
+  if (!CanNameAFile(model)) return;
+  Wish(planeIndex, model);
   // Kept: the full path stands for the file name too. Hosts tell an AI plane's model from the user's by it.
   if (planeIndex < gMaxPlanes) LoadModel(planeIndex, model, model.c_str());
 }
@@ -165,10 +174,18 @@ void VYRASetAircraftModel(int planeIndex, const char* path) {
 void VYRADisableAIForPlane(int planeIndex) { SwitchAIOff(planeIndex, 1); }
 
 void VYRACountAircraft(int* outTotal, int* outActive, VYRAPluginID* outController) {
+  // The host may write through what the plugin gave, and gets a place of the library's own where that is
+  // null.
+  int unwantedTotal = 0;
+  int unwantedActive = 0;
+  VYRAPluginID unwantedController = VYRA_NO_PLUGIN;
+  if (outTotal == nullptr) outTotal = &unwantedTotal;
+  if (outActive == nullptr) outActive = &unwantedActive;
+  if (outController == nullptr) outController = &unwantedController;
   const int total = gHooks->CountAircraft(outTotal, outActive, outController);
-  if (outTotal != nullptr) *outTotal = total;
-  if (outActive != nullptr) *outActive = Limited(total);
-  if (outController != nullptr) *outController = gOwner;
+  *outTotal = total;
+  *outActive = Limited(total);
+  *outController = gOwner;
 }
 
 void VYRAGetNthAircraftModel(int planeIndex, char* outFileName, char* outPath) {
@@ -200,9 +217,8 @@ void VYRADrawAircraft(int planeIndex, float x, float y, float z, float pitch, fl
 
 void VYRAHandleUpdatePlaneNameAndPath(int planeIndex, char* /*name*/, char* ioPath) {
   if (gOwner == VYRA_NO_PLUGIN || gIsSelfLoading || planeIndex == kUsersPlane || ioPath == nullptr) return;
-  const auto plane = static_cast<std::size_t>(planeIndex);
-  if (plane >= gRequestedPlanes.size() || gRequestedPlanes[plane].empty()) return;
-  std::strcpy(ioPath, gRequestedPlanes[plane].c_str());
+  const auto wish = gRequestedPlanes.find(planeIndex);
+  if (wish != gRequestedPlanes.end()) std::strcpy(ioPath, wish->second.c_str());
 }
 
 int VYRAHandleGetNumberPlanesToHandle(int total, int flag) {

@@ -315,9 +315,13 @@ VYRA_API int VYRACheckMenuHook(int menu, int position, int* outState);
 /** Whether the item at a position of a menu can be picked: 0 when not; 1 also for menus of the host. */
 VYRA_API int VYRAMenuItemEnabled(int menu, int position);
 
+/* Size in bytes, terminator included, of a buffer in which every path that a plugin may want finds room:
+ * longer ones name no file, and no wish is kept for them. */
+enum { VYRA_PLANE_PATH_SIZE = 4096 };
+
 /**
- * The host is about to load a plane's model. ioPath: a terminated path in a buffer with room for the longest
- * path that a plugin may ask for; overwritten when a plugin asked for a model. name: not used.
+ * The host is about to load a plane's model. ioPath: a terminated path, in a buffer of VYRA_PLANE_PATH_SIZE
+ * bytes, overwritten when a plugin wants another model. name: not used.
  */
 VYRA_API void VYRAUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPath);
 

@@ -17,9 +17,6 @@ VYRA_BEGIN_DECLARATIONS
 
 /* ---- Holding the AI planes -------------------------------------------------------------------------- */
 
-/* Models can be wanted for planes below this index only. */
-#define VYRA_MOST_PLANES 1024
-
 /**
  * The AI planes were given back: called once for each wait, in the order of asking, with the plugin that
  * asked as the calling plugin, while it is enabled; a disabled plugin's wait ends without a call.
@@ -34,9 +31,10 @@ typedef void (*VYRAPlanesReturned_f)(void* refcon);
  * Takes the AI planes for the calling plugin, until it releases them, is disabled or is unloaded.
  *
  * aircraft: null, or an array of full model paths closed by a null pointer: path k is the model wanted for
- * plane k, "" for no wish. Copied. Entry 0 is not used, nor is any from VYRA_MOST_PLANES on. Nothing is
- * loaded now: the host asks when it loads a plane. callback: called when somebody else gives the planes back;
- * null does not wait. Waiting several times gets as many calls. refcon: passed to it.
+ * plane k, "" for no wish; a path of 4,096 bytes or more names no file and is no wish either. Copied. Entry 0
+ * is not used. Nothing is loaded now: the host asks when it loads a plane. callback: called when somebody
+ * else gives the planes back; null does not wait. Waiting several times gets as many calls. refcon: passed to
+ * it.
  *
  * Result: 1 when the caller holds the planes, freshly with no limit set; a caller that held them before
  * keeps its wishes and its limit, and `aircraft` is ignored. 0 when another plugin holds them.
@@ -85,8 +83,9 @@ VYRA_API void VYRADrawAircraft(int planeIndex, float x, float y, float z, float 
  * Holder only. Sets the model wanted for a plane, and has the host load it now when the host has said that
  * it has such a plane.
  *
- * planeIndex: below VYRA_MOST_PLANES; any other, and a negative one, does nothing. path: the model's full
- * path, copied; null does nothing; "" takes the wish back, though the host is still asked to load it.
+ * planeIndex: from 0; a negative one does nothing. path: the model's full path, copied; null, and a path of
+ * 4,096 bytes or more, which names no file, do nothing; "" takes the wish back, though the host is still
+ * asked to load it.
  */
 VYRA_API void VYRASetAircraftModel(int planeIndex, const char* path);
 

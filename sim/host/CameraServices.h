@@ -1,4 +1,4 @@
-// The camera that the next frame is seen from: the simulator's own, or a plugin's.
+// The camera that a frame is seen from: the simulator's own, or a plugin's.
 #pragma once
 
 #include "VYRACamera.h"
@@ -8,7 +8,7 @@ namespace sim {
 
 void FillCameraServices(VYRAHostServices& services);
 
-// The camera of the next frame: behind the user's aircraft, unless a plugin sets it.
+// Settles the camera of a frame, before it is drawn: behind the user's aircraft, unless a plugin sets it.
 void AskCamera();
 
 bool PluginHasCamera();

@@ -30,8 +30,8 @@ void FlyFrame(int frame, double rate, std::vector<float>& passMicroseconds) {
   passMicroseconds.push_back(RunPass(VYRA_EVENT_FLIGHT_LOOPS_0));
   ContinueHeldCommands();
   VYRAEventHook(VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);
-  DrawFrame();
   AskCamera();
+  DrawFrame();
   passMicroseconds.push_back(RunPass(VYRA_EVENT_FLIGHT_LOOPS_1));
   WatchAiPlanes();
 }

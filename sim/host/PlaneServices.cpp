@@ -17,8 +17,7 @@
 namespace sim {
 namespace {
 
-constexpr int kPlaneCount = 4;             // with the user's
-constexpr std::size_t kPathBuffer = 4096;  // the longest path that Linux opens; the library is not told of it
+constexpr int kPlaneCount = 4;  // with the user's
 constexpr const char* kOwnModel = "Aircraft/Default/Default.acf";
 
 struct AiPlane {
@@ -54,7 +53,7 @@ int CountAircraft(int* outTotal, int* outActive, int* outController) {
 }
 
 void LoadModel(int plane) {
-  std::array<char, kPathBuffer> path{};
+  std::array<char, VYRA_PLANE_PATH_SIZE> path{};
   const std::string ownModel = gWorld.systemPath + kOwnModel;
   ownModel.copy(path.data(), path.size() - 1);
   VYRAUpdatePlaneNameAndPath(plane, nullptr, path.data());

@@ -1,6 +1,7 @@
 // The AI planes: who holds them, who waits, what the host is told, and models.
 #include "VYRAPlanes.h"
 
+#include <array>
 #include <climits>
 
 #include "Forwarding.h"
@@ -34,7 +35,11 @@ class Planes : public PluginFixture {
   static void Release(const Waiter& holder) { RunAs(holder.plugin, VYRAReleasePlanes); }
 
   // a holds the planes, the other two wait.
-  static void AcquireAll() { EXPECT_EQ(Acquire(a) * 100 + Acquire(b) * 10 + Acquire(c), 100); }
+  static void AcquireAll() {
+    EXPECT_EQ(Acquire(a), 1);
+    EXPECT_EQ(Acquire(b), 0);
+    EXPECT_EQ(Acquire(c), 0);
+  }
 
   static VYRAPluginID Owner() {
     VYRAPluginID owner = 99;
@@ -44,7 +49,7 @@ class Planes : public PluginFixture {
 
   // The path of which the host loads a plane, when its own wish is "own".
   static std::string PathFor(int plane) {
-    char path[64] = "own";
+    char path[VYRA_PLANE_PATH_SIZE] = "own";
     VYRAHandleUpdatePlaneNameAndPath(plane, nullptr, path);
     return path;
   }
@@ -72,7 +77,8 @@ TEST_F(Planes, HaveOneHolderAndTellEveryoneWhoWaitsInTurn) {
 
 TEST_F(Planes, WaiterMayTakeAndReturnThemAtOnce) {
   b.action = [] {
-    EXPECT_EQ(Acquire(b) * 10 + Acquire(c), 10);
+    EXPECT_EQ(Acquire(b), 1);
+    EXPECT_EQ(Acquire(c), 0);
     VYRAReleasePlanes();
   };
   AcquireAll();
@@ -125,14 +131,15 @@ TEST_F(Planes, DisablingOrLosingTheHolderFreesThem) {
 }
 
 TEST_F(Planes, ReleaseGivesEveryAiPlaneBackButNotTheUsers) {
-  static int off[4] = {};
+  static std::array<int, 4> off = {};
   const std::string name = "sim/private/net_disables/ai_loc[";
-  for (int plane = 0; plane < 4; ++plane) PublishInt((name + char('0' + plane) + "]").c_str(), &off[plane]);
+  for (int plane = 0; plane < 4; ++plane)
+    PublishInt((name + char('0' + plane) + "]").c_str(), &off[static_cast<std::size_t>(plane)]);
   for (const int plane : {0, 1, 2, 3, 4, -1}) VYRADisableAIForPlane(plane);
   VYRAHandleGetNumberPlanesToHandle(3, 0);
   Acquire(a);
   Release(a);
-  EXPECT_EQ(off[0] * 1000 + off[1] * 100 + off[2] * 10 + off[3], 1001);
+  EXPECT_EQ(off, (std::array<int, 4>{1, 0, 0, 1}));
 }
 
 TEST_F(Planes, LimitOfTheHolderCountsUntilItReleases) {
@@ -163,15 +170,45 @@ TEST_F(Planes, HostLoadsTheWishesOfTheHolder) {
   RunAs(2, [] { VYRASetAircraftModel(1, "not the holder's"); });
   RunAs(1, [] {
     VYRASetAircraftModel(7, "heli");
-    for (const int plane : {-1, INT_MIN, VYRA_MOST_PLANES, INT_MAX}) VYRASetAircraftModel(plane, "x");
+    for (const int plane : {-1, INT_MIN, INT_MAX}) VYRASetAircraftModel(plane, "any");
     VYRASetAircraftModel(1, nullptr);
+    VYRASetAircraftModel(8, "none");
+    VYRASetAircraftModel(8, "");
   });
-  EXPECT_EQ(PathFor(1) + PathFor(7), "jetheli");
-  for (const int plane : {0, 2, 6, 8, -1, VYRA_MOST_PLANES}) EXPECT_EQ(PathFor(plane), "own") << plane;
+  EXPECT_EQ(PathFor(1) + PathFor(7) + PathFor(INT_MAX), "jetheliany");
+  for (const int plane : {0, 2, 6, 8, 1024, -1, INT_MIN}) EXPECT_EQ(PathFor(plane), "own") << plane;
   VYRAHandleUpdatePlaneNameAndPath(1, nullptr, nullptr);
   EXPECT_EQ(gHost.calls, Lines()) << "nothing is loaded before the host has said what planes there are";
   Release(a);
   EXPECT_EQ(PathFor(1), "own");
+}
+
+TEST_F(Planes, PathThatIsTooLongForAnyFileIsNoWish) {
+  std::string longest(VYRA_PLANE_PATH_SIZE - 1, 'x'), tooLong(VYRA_PLANE_PATH_SIZE, 'x');
+  char jet[] = "jet";
+  char* wishes[] = {jet, tooLong.data(), longest.data(), nullptr};
+  VYRAHandleGetNumberPlanesToHandle(4, 0);
+  RunAs(1, [&] {
+    VYRAAcquirePlanes(wishes, nullptr, nullptr);
+    VYRASetAircraftModel(3, tooLong.c_str());
+    VYRASetAircraftModel(3, longest.c_str());
+    VYRASetAircraftModel(3, tooLong.c_str());
+  });
+  EXPECT_EQ(PathFor(1).size(), 3U) << "the host's own";
+  EXPECT_EQ(PathFor(2).size(), longest.size());
+  EXPECT_EQ(PathFor(3).size(), longest.size());
+  EXPECT_EQ(gHost.CallsOf("SetAircraftModel").size(), 1U);
+}
+
+TEST_F(Planes, HostMayWriteCountsThatNobodyAskedFor) {
+  gHost.services.CountAircraft = [](int* outTotal, int* outActive, int* outController) {
+    *outTotal = *outActive = *outController = 7;
+    return 20;
+  };
+  VYRACountAircraft(nullptr, nullptr, nullptr);
+  int active = 0;
+  VYRACountAircraft(nullptr, &active, nullptr);
+  EXPECT_EQ(active, 20);
 }
 
 TEST_F(Planes, ModelIsLoadedAtOnceAndNotAnsweredFromTheWishesMeanwhile) {
