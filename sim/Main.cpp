@@ -1,25 +1,30 @@
-// vyra-sim's command line and exit codes: 0 when everything expected happened, 1 when something did not, 2
-// for wrong usage or input.
+// vyra-sim's command line. The exit codes stand in report/Report.h.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 
 #include "Run.h"
 #include "report/Moment.h"
+#include "report/Report.h"
 
 namespace {
 
-constexpr int kSuccess = 0;
-constexpr int kFailedExpectation = 1;
-constexpr int kWrongInput = 2;
-
 constexpr double kMaxRate = 1000.0;
 
-int Run(int argumentCount, char** arguments) {
+constexpr const char* kExitCodes = R"(Exit codes of a flight:
+  0  everything expected happened
+  1  an expectation failed or was not reached, a step could not be carried out,
+     or there was no plugin at all
+  2  wrong usage or input
+  3  a plugin ended the flight)";
+
+int ReadCommandLineAndRun(int argumentCount, char** arguments) {
   sim::FlightOptions options;
   CLI::App app("Reference simulator of the plugin manager VYRA", "vyra-sim");
   app.require_subcommand(1);
+  app.footer(kExitCodes);
   CLI::App* const run = app.add_subcommand("run", "Fly a simulator folder's plugins without a window");
+  run->footer(kExitCodes);
   run->add_option("--system", options.systemPath, "The simulator folder")->required();
   run->add_option("--frames", options.frames, "Frames to fly")
       ->required()
@@ -29,6 +34,7 @@ int Run(int argumentCount, char** arguments) {
       ->check(CLI::Range(1.0, kMaxRate));
   run->add_option("--log", options.logFile, "Write the log to this file, not to standard error");
   run->add_option("--flight", options.flightFile, "What happens in the flight and what to expect (JSON)");
+  run->add_option("--report", options.reportFile, "Write what came of the flight to this file (JSON)");
   run->add_flag("--realtime", options.realTime, "Fly in real time, not as fast as possible");
 
   try {
@@ -36,16 +42,18 @@ int Run(int argumentCount, char** arguments) {
   } catch (const CLI::Success& help) {
     return app.exit(help);
   }
-  return sim::Fly(options) ? kSuccess : kFailedExpectation;
+  return sim::Run(options);
 }
 
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
   try {
-    return Run(argumentCount, arguments);
+    // Whoever reads it through a pipe or in a file has every line when the process ends badly.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    return ReadCommandLineAndRun(argumentCount, arguments);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "vyra-sim: %s\n", error.what());
-    return kWrongInput;
+    return sim::kExitWrongInput;
   }
 }

@@ -7,21 +7,19 @@
 
 #include "flight/Expectations.h"
 #include "flight/Steps.h"
+#include "report/Event.h"
 #include "report/Log.h"
 #include "report/Narrator.h"
 
 namespace sim {
 
-FlightRunner::FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator,
-                           Report& flightReport)
-    : flight(std::move(flightToFly)), log(simulatorLog), narrator(flightNarrator), report(flightReport) {
-  report.expectations.resize(flight.expectations.size());
-}
+FlightRunner::FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator)
+    : flight(std::move(flightToFly)), log(simulatorLog), narrator(flightNarrator) {}
 
 void FlightRunner::CarryOutSteps(int frame) {
   for (; nextStep < flight.steps.size() && flight.steps[nextStep].frame == frame; ++nextStep) {
     const Outcome outcome = CarryOut(flight.steps[nextStep].action);
-    if (!outcome.succeeded) report.failedSteps.push_back({.frame = frame, .line = 0, .text = outcome.text});
+    if (!outcome.succeeded) TellEvent(StepFailed{{.frame = frame, .line = 0, .text = outcome.text}});
     narrator.Tell(frame, outcome.succeeded ? outcome.text : "FAILED  " + outcome.text);
   }
 }
@@ -30,11 +28,10 @@ void FlightRunner::CheckExpectations(int moment) {
   const std::vector<Expectation>& all = flight.expectations;
   for (; nextExpectation < all.size() && all[nextExpectation].frame == moment; ++nextExpectation) {
     const Verdict verdict = Check(all[nextExpectation].claim, log);
-    report.expectations[nextExpectation] = {
-        .text = verdict.claim,
-        .line = 0,
-        .result = verdict.holds ? ExpectationResult::Held : ExpectationResult::Failed,
-        .found = verdict.found};
+    TellEvent(ExpectationSettled{.index = nextExpectation,
+                                 .holds = verdict.holds,
+                                 .found = verdict.found,
+                                 .coversLoadFailures = false});
     narrator.Tell(moment, fmt::format("{}  {} (found {})", verdict.holds ? "ok    " : "FAILED", verdict.claim,
                                       verdict.found));
   }

@@ -1,8 +1,7 @@
-// Walks a flight's steps and expectations as the frames go by, tells of them and enters them in the report.
+// Walks a flight's steps and expectations as the frames go by, and tells of them.
 #pragma once
 
 #include "flight/Flight.h"
-#include "report/Report.h"
 
 namespace sim {
 
@@ -11,8 +10,8 @@ class Narrator;
 
 class FlightRunner {
  public:
-  // Enters all expectations in the report, as not reached.
-  FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator, Report& flightReport);
+  // The expectations are told of by their places in the flight.
+  FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator);
 
   // To be called once for each frame, in order.
   void CarryOutSteps(int frame);
@@ -23,7 +22,6 @@ class FlightRunner {
   Flight flight;
   const Log& log;
   Narrator& narrator;
-  Report& report;
   std::size_t nextStep = 0;
   std::size_t nextExpectation = 0;
 };

@@ -2,15 +2,17 @@
 //
 // The contract between those who fill it and those who write it:
 //  - One process owns the report and writes it. Before the flight it enters what is known: the expectations,
-//    all as "not reached", and what is passed over.
-//  - Whatever happens in flight is an Event (report/Event.h), told to the owner when it happens. An event
-//    changes the report through ApplyEvent, and is one line of JSON on its way between processes, so that a
-//    flight that ends badly leaves a report of all that was told before.
-//  - Settle comes last, when no event can follow: it settles the result and the exit code.
-//  - A plugin is known by its path: two plugins may claim one signature, and IDs are used again.
+//    all as "not reached", and the plugins that are passed over.
+//  - Whatever happens in flight is an event (report/Event.h), told with TellEvent as it happens. An event
+//    is one line of JSON on its way between processes, and changes the report through ApplyEvent. So a flight
+//    that ends badly leaves a report of all that was told before.
+//  - SettleReport comes last, when no event can follow: it settles the result and the exit code.
+//  - A plugin is known by the path of its module, as two may claim one signature and IDs are used again. The
+//    path is the user's own, also where the library was shown another one.
 //  - Times are milliseconds of wall time. Frames count from 1; 0 is before the first.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -56,13 +58,14 @@ struct PluginCost {
   std::map<std::string, CallCost> kinds;  // by the name of the kind of call
 };
 
+// A plugin that started, or that was passed over.
 struct PluginReport {
-  int id = 0;             // the last one that it had; 0 is the simulator, which no report lists
-  std::string signature;  // empty until it has named itself
+  int id = 0;             // the last one that it had
+  std::string signature;  // empty when it is not known: of some that are passed over
   std::string name;
-  std::string path;   // of its module
-  std::string state;  // "enabled", "disabled", "unloaded", "refused", "passed over"
-  double loadMs = 0.0;
+  std::string path;
+  std::string state;               // "enabled", "disabled", "unloaded" or "passed over"
+  double loadMs = 0.0;             // opening the module and its start
   std::optional<PluginCost> cost;  // when costs were asked for
 };
 
@@ -86,7 +89,7 @@ struct FailedStep {
   std::string text;
 };
 
-// How far the flight came, and what it was like. Known only when it came to its end in order.
+// How far the flight came, and what it was like. Not known of a flight whose process ended before it.
 struct FlightTotals {
   int frames = 0;
   int passes = 0;    // as the library counted them
@@ -105,8 +108,24 @@ struct Report {
   std::vector<LoadFailure> loadFailures;
   std::vector<ExpectationReport> expectations;  // in the order of the flight file
   std::vector<FailedStep> failedSteps;
-  double rate = 0.0;  // frames per simulated second
+  std::vector<std::string> otherFailures;    // one line each, as of a plugin that costs more than it may
+  std::size_t expectedLoadFailures = 0;      // of those that came first
+  std::vector<std::string> foldersLookedAt;  // for plugins
+  double rate = 0.0;                         // frames per simulated second
   std::optional<FlightTotals> totals;
 };
+
+// Whether any plugin was loaded in the whole flight.
+bool HasPlugins(const Report& report);
+
+// Settles the result and the exit code from all else.
+void SettleReport(Report& report);
+
+// Why the flight did not pass, a line each; empty when it did.
+std::vector<std::string> WhyNotPassed(const Report& report);
+
+// "passed", "crashed" and so on, and "held", "failed" or "not reached".
+const char* Name(Result result);
+const char* Name(ExpectationResult result);
 
 }  // namespace sim

@@ -1,0 +1,18 @@
+// What the command line asks for.
+#pragma once
+
+#include <string>
+
+namespace sim {
+
+struct FlightOptions {
+  std::string systemPath;  // with or without a "/" at its end
+  int frames = 0;
+  double rate = 0.0;       // frames per simulated second
+  std::string logFile;     // empty: standard error
+  std::string flightFile;  // empty: nothing happens but the frames
+  std::string reportFile;  // empty: none
+  bool realTime = false;   // rather than as fast as possible
+};
+
+}  // namespace sim

@@ -1,0 +1,142 @@
+// A flight from its start to its end. The order of a frame stands in host/Frame.cpp.
+#include "Session.h"
+
+#include <fmt/format.h>
+
+#include <chrono>
+#include <exception>
+#include <thread>
+
+#include "VYRAHost.h"
+#include "VYRAProcessing.h"
+#include "flight/FlightRunner.h"
+#include "host/Frame.h"
+#include "host/ObjectServices.h"
+#include "host/OwnDataRefs.h"
+#include "host/PlaneServices.h"
+#include "host/PluginList.h"
+#include "host/ServiceTable.h"
+#include "host/SystemServices.h"
+#include "report/Event.h"
+#include "report/Log.h"
+#include "report/Moment.h"
+#include "report/Narrator.h"
+#include "report/News.h"
+#include "report/Summary.h"
+#include "world/World.h"
+
+namespace sim {
+namespace {
+
+void TellNews(int moment, Narrator& narrator) {
+  for (const std::string& text : gNews) narrator.Tell(moment, text);
+  gNews.clear();
+}
+
+// A flight that is under way.
+struct FlightUnderWay {
+  FlightRunner runner;
+  Narrator& narrator;
+  FlightTotals totals;
+  std::vector<float> passMicroseconds;
+};
+
+void RunFrame(int frame, double rate, FlightUnderWay& flight) {
+  const int reloadsBefore = CountReloads();
+  flight.runner.CarryOutSteps(frame);
+  FlyFrame(frame, rate, flight.passMicroseconds);
+  if (CountReloads() != reloadsBefore)
+    flight.narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
+  TellNews(frame, flight.narrator);
+  flight.runner.CheckExpectations(frame);
+  ++flight.totals.frames;
+}
+
+void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
+  const auto start = std::chrono::steady_clock::now();
+  for (int frame = 1; frame <= options.frames; ++frame) {
+    RunFrame(frame, options.rate, flight);
+    flight.narrator.ShowProgress(frame, options.frames);
+    if (options.realTime)
+      std::this_thread::sleep_until(start + std::chrono::duration<double>(frame / options.rate));
+  }
+  flight.narrator.ClearProgress();
+  flight.runner.CheckExpectations(kAtEnd);
+}
+
+// Runs a part of the flight and says whether it came to its end. An exception of a plugin is told of here and
+// now, while the module that threw it is still open.
+template <class Part>
+bool CameToItsEnd(Narrator& narrator, const Part& part) {
+  std::string reason = "an exception that is no std::exception";
+  try {
+    part();
+    return true;
+  } catch (const std::exception& exception) {
+    reason = exception.what();
+  } catch (...) {
+    // Any other type, of which nothing more is known.
+  }
+  narrator.ClearProgress();
+  fmt::print(stderr, "vyra-sim: an exception left the plugins in frame {}: {}\n", gWorld.frame, reason);
+  Culprit culprit;
+  culprit.frame = gWorld.frame;
+  culprit.message = "an exception left the plugins: " + reason;
+  TellEvent(PluginEndedFlight{.result = Result::Exception, .culprit = std::move(culprit)});
+  return false;
+}
+
+void TellPlugins() {
+  for (const PluginInfo& plugin : ListPlugins()) {
+    if (plugin.id == VYRA_HOST_PLUGIN) continue;
+    PluginReport report;
+    report.id = plugin.id;
+    report.signature = plugin.signature;
+    report.name = plugin.name;
+    report.path = plugin.path;
+    report.state = plugin.enabled ? "enabled" : "disabled";
+    TellEvent(PluginTold{std::move(report)});
+  }
+}
+
+// From the library's start to its shutdown.
+void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
+  VYRAHostServices services = MakeHostServices();
+  const bool flown = CameToItsEnd(flight.narrator, [&] {
+    VYRAInitializePlugins(gWorld.systemPath.c_str(), &services, nullptr);
+    fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
+    StartAiPlanes();
+    RunFrames(options, flight);
+  });
+  TellPlugins();
+  flight.totals.passes = VYRAGetCycleNumber();
+  const bool shutDown = CameToItsEnd(flight.narrator, VYRAShutdownPlugins);
+  FinishAllLoads();
+  WatchAiPlanes();
+  TellNews(kAfterShutdown, flight.narrator);
+  if (flown && shutDown) flight.runner.CheckExpectations(kAfterShutdown);
+}
+
+}  // namespace
+
+void Fly(const FlightOptions& options, Flight plan, Log& log) {
+  gLog = &log;
+  // On the terminal, progress between lines of the log would tear both.
+  Narrator narrator(!options.logFile.empty());
+  FlightUnderWay flight{.runner = FlightRunner(std::move(plan), log, narrator),
+                        .narrator = narrator,
+                        .totals = {},
+                        .passMicroseconds = {}};
+  flight.passMicroseconds.reserve(2 * static_cast<std::size_t>(options.frames));
+
+  RegisterSimulatorDataRefs();
+  PublishPlaneSwitches();
+  FlyToTheEnd(options, flight);
+  flight.totals.warnings = log.CountWarnings();
+  flight.totals.activity = gActivity;
+  EnterPassTimes(flight.totals, flight.passMicroseconds);
+  if (!log.Close()) TellEvent(FlightFailed{"not all of the log could be written to " + options.logFile});
+  TellEvent(FlightEnded{flight.totals});
+}
+
+}  // namespace sim

@@ -1,0 +1,15 @@
+// A flight from the library's start to its shutdown. What happens in it is told as events.
+#pragma once
+
+#include "Options.h"
+#include "flight/Flight.h"
+
+namespace sim {
+
+class Log;
+
+// Flies once per process, over gWorld, whose system path is set. Whatever plugins do is an event, and none of
+// it is thrown.
+void Fly(const FlightOptions& options, Flight plan, Log& log);
+
+}  // namespace sim
