@@ -5,6 +5,8 @@
 #include <string>
 #include <unordered_set>
 
+unsigned gIdentityChanges = 0;
+
 namespace {
 
 struct Slot {
@@ -39,6 +41,7 @@ const char* VYRAIdentityKeepText(std::string_view text) {
 
 void VYRAIdentitySet(VYRAPluginID plugin, std::string_view name, std::string_view signature,
                      std::string_view path) {
+  ++gIdentityChanges;
   if (!HasSlot(plugin)) return;
   std::atomic<Slot*>& block = BlockOf(plugin);
   if (block.load() == nullptr) block.store(new Slot[kSlotsPerBlock]);

@@ -19,5 +19,8 @@ const char* VYRAIdentityKeepText(std::string_view text);
 void VYRAIdentitySet(VYRAPluginID plugin, std::string_view name, std::string_view signature,
                      std::string_view path);
 
+// How often any plugin's naming was set: who keeps an identity looks here whether it still holds.
+[[gnu::visibility("hidden")]] extern unsigned gIdentityChanges;
+
 // How a plugin is named; empty texts for one that never was. Safe in signal handlers and other threads.
 VYRAIdentity VYRAIdentityOf(VYRAPluginID plugin);

@@ -34,6 +34,21 @@ VYRARunningCall Describe(VYRACallWord call) {
   return {plugin, kind, identity.name, identity.signature, identity.path};
 }
 
+// A noted call as the watcher is shown it. Mostly the plugin is the one of the call before.
+const VYRARunningCall& DescribeToWatcher(VYRACallWord call) {
+  static VYRARunningCall described = {VYRA_NO_PLUGIN, 0, "", "", ""};
+  static unsigned changes = 0;
+  const int kind = VYRACallKind(call);
+  const bool isKnown = described.plugin == VYRACallPlugin(call) && changes == gIdentityChanges &&
+                       !IsOfModule(kind) && !IsOfModule(described.kind);
+  if (!isKnown) [[unlikely]] {
+    described = Describe(call);
+    changes = gIdentityChanges;
+  }
+  described.kind = kind;
+  return described;
+}
+
 }  // namespace
 
 int VYRAGetRunningCalls(VYRARunningCall* outCalls, int capacity) {
@@ -68,13 +83,11 @@ int VYRASetWatcher(const VYRAWatcher* watcher) {
 unsigned VYRAWatchTellBegin(VYRACallWord call) {
   if (VYRACallPlugin(call) == VYRA_HOST_PLUGIN) return 0;
   const unsigned told = gWatch;
-  const VYRARunningCall described = Describe(call);
-  gWatcher.begin(&described, gWatcher.refcon);
+  gWatcher.begin(&DescribeToWatcher(call), gWatcher.refcon);
   return told;
 }
 
 void VYRAWatchTellEnd(VYRACallWord call, unsigned told) {
   if (told != gWatch) return;
-  const VYRARunningCall described = Describe(call);
-  gWatcher.end(&described, gWatcher.refcon);
+  gWatcher.end(&DescribeToWatcher(call), gWatcher.refcon);
 }

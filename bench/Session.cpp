@@ -78,6 +78,18 @@ void Session::Compare(const std::string& measure, std::size_t size, std::size_t 
   std::fflush(stdout);
 }
 
+void Session::Subtract(const std::string& name, const std::string& measure, std::size_t size,
+                       const std::string& contender, const std::string& other) {
+  const Result* above = Find(measure, size, contender);
+  const Result* below = Find(measure, size, other);
+  if (above == nullptr || below == nullptr) throw std::logic_error(name + ": there is nothing to subtract");
+  Result difference = {name, size, contender, above->unit, {}};
+  for (std::size_t i = 0; i < above->values.size(); ++i) {
+    difference.values.push_back(above->values[i] - below->values[i]);
+  }
+  results.push_back(std::move(difference));
+}
+
 void Session::Keep(const std::string& measure, const std::string& contender, const std::string& unit,
                    double value) {
   results.push_back({measure, 0, contender, unit, {value}});

@@ -53,6 +53,11 @@ class Session {
   // Keeps a value that is counted, not timed.
   void Keep(const std::string& measure, const std::string& contender, const std::string& unit, double value);
 
+  // Keeps what one contender of a measure took longer than another in each repetition, as a measure of the
+  // first contender's own.
+  void Subtract(const std::string& name, const std::string& measure, std::size_t size,
+                const std::string& contender, const std::string& other);
+
   const SessionOptions& Options() const { return options; }
   const std::vector<Result>& Results() const { return results; }
   const Result* Find(const std::string& measure, std::size_t size, const std::string& contender) const;

@@ -53,6 +53,7 @@ const std::vector<Target>& Targets() {
       {"due flight loop, of 10,000", "due flight loop", 10'000, kBoostSignals, 0.15},
       {"flight loop not due, of 100", "flight loop that is not due", 100, kBareCall, 1},
       {"flight loop not due, of 10,000", "flight loop that is not due", 10'000, kBareCall, 1},
+      {"telling a watcher of a call, beside two clock readings", "telling a watcher of a call", 100, "", 15},
       {"draw callback, of 100", "draw callback", 100, kBareCall, 2.5},
       {"key sniffer, of 100", "key sniffer", 100, kBareCall, 2.5},
       {"window drawn, of 100", "window drawn", 100, kBareCall, 2.5},

@@ -46,6 +46,7 @@ std::vector<Measure> AllMeasures() {
           Once("access", bench::MeasureReadsAndWrites),
           {"due", bench::MeasureDueFlightLoops, kGrowth},
           {"idle", bench::MeasureIdleFlightLoops, kGrowth},
+          {"watched", bench::MeasureWatchedFlightLoops, {100}},
           {"draw", bench::MeasureDrawCallbacks, kGrowth},
           {"keys", bench::MeasureKeySniffers, kGrowth},
           {"windows", bench::MeasureWindows, kGrowth},

@@ -24,6 +24,7 @@ void MeasureReadsAndWrites(Session& session);
 
 void MeasureDueFlightLoops(Session& session, std::size_t size);
 void MeasureIdleFlightLoops(Session& session, std::size_t size);
+void MeasureWatchedFlightLoops(Session& session, std::size_t size);
 
 void MeasureDrawCallbacks(Session& session, std::size_t size);
 void MeasureKeySniffers(Session& session, std::size_t size);
