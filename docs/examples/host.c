@@ -11,6 +11,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "watching.h"
+
 static float gAltitude = 1000.0f;
 static float gElapsed = 0.0f;
 static const char* gSystemPath;
@@ -85,6 +87,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   gSystemPath = argv[1];
+  WatchPlugins();
   struct VYRAHostServices services = MakeServices();
   VYRARegisterDataAccessor("sim/aircraft/altitude_m", VYRA_TYPE_FLOAT, 0, NULL, NULL, ReadAltitude, NULL,
                            NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL);
@@ -96,5 +99,6 @@ int main(int argc, char** argv) {
     VYRAEventHook(VYRA_EVENT_FLIGHT_LOOPS_1, NULL, NULL, gElapsed, 0.0f);
   }
   VYRAShutdownPlugins();
+  PrintCosts();
   return 0;
 }

@@ -14,7 +14,8 @@ fail() {
   exit 1
 }
 
-# fly HOST SYSTEM-FOLDER: the plugin reports the altitude after one, two and three seconds of the climb.
+# fly HOST SYSTEM-FOLDER: the plugin reports the altitude after one, two and three seconds of the climb, and
+# the host what its calls cost.
 fly() {
   local output
   output=$("$1" "$2/") || fail "$1 failed"
@@ -24,6 +25,7 @@ fly() {
  2.0 s: altitude 1020 m
  3.0 s: altitude 1030 m
 REPORTS
+  grep -qE '^flight loop: 0\.[0-9]+ s$' <<<"$output" || fail "$1 told no cost: $output"
 }
 
 "$cmake" --install "$build" --prefix "$work/first" >"$work/log" || { cat "$work/log"; fail "the installation failed"; }
@@ -50,5 +52,5 @@ read -ra flags <<<"$(pkg-config --cflags --libs vyra)"
 plugins=$work/pkg-config/Resources/plugins
 mkdir -p "$plugins"
 "$compiler" -std=c99 -shared -fPIC "$examples/plugin.c" -o "$plugins/altitude.vyp" "${flags[@]}"
-"$compiler" -std=c99 -Wall -Wextra -Werror "$examples/host.c" -o "$work/host" "${flags[@]}" "-Wl,-rpath,$libraries"
+"$compiler" -std=c99 -Wall -Wextra -Werror "$examples/host.c" "$examples/watching.c" -o "$work/host" "${flags[@]}" "-Wl,-rpath,$libraries"
 fly "$work/host" "$work/pkg-config"
