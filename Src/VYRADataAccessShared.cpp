@@ -4,7 +4,9 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <string_view>
+#include <utility>
 
 #include "VYRALoaderDispatch.h"
 #include "VYRAStrings.h"
@@ -70,6 +72,18 @@ void WriteScalar(void* refcon, Value value) {
   Notify(item);
 }
 
+// Makes room for exactly so many bytes, new ones zero; false when memory does not suffice.
+bool GrowTo(Item& item, std::size_t size) {
+  if (size <= item.buffer.size()) return true;
+  try {
+    item.buffer.reserve(size);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  item.buffer.resize(size);
+  return true;
+}
+
 // Values is Element, or void for bytes. Offsets and counts that lie outside the item copy nothing.
 template <class Element, int type, class Values>
 int ReadArray(void* refcon, Values* values, int offset, int max) {
@@ -89,10 +103,7 @@ void WriteArray(void* refcon, Values* values, int offset, int count) {
   Item& item = *static_cast<Item*>(refcon);
   if (item.type != type || offset < 0 || count < 0 || (values == nullptr && count > 0)) return;
   const std::int64_t required = (std::int64_t{offset} + count) * std::int64_t{sizeof(Element)};
-  if (required > INT_MAX) return;
-  if (item.buffer.size() < static_cast<std::size_t>(required)) {
-    item.buffer.resize(static_cast<std::size_t>(required));
-  }
+  if (required > INT_MAX || !GrowTo(item, static_cast<std::size_t>(required))) return;
   if (count > 0) {
     std::memcpy(item.buffer.data() + static_cast<std::size_t>(offset) * sizeof(Element), values,
                 static_cast<std::size_t>(count) * sizeof(Element));
@@ -141,10 +152,11 @@ Item* FindItem(std::string_view name) {
 }
 
 Item& CreateItem(const char* name, int type) {
-  Item& item = *gSharedData.emplace_back(std::make_unique<Item>());
-  item.name = name;
-  item.type = type;
-  item.buffer.resize(InitialSize(type));
+  auto created = std::make_unique<Item>();
+  created->name = name;
+  created->type = type;
+  created->buffer.resize(InitialSize(type));
+  Item& item = *gSharedData.emplace_back(std::move(created));
   Publish(item);
   return item;
 }

@@ -16,7 +16,8 @@ extern void* gSelf;
 // text while there is no service table. Returns 0.
 [[gnu::format(printf, 1, 2)]] int VYRA_dprintf(const char* format, ...);
 
-// Writes the pieces of a log line one after the other, however long each is.
+// Writes the pieces of a log line one after the other, however long each is. Each is a call of the host,
+// which may lead to an event, so a text that stands in a record is copied before it is given here.
 inline void VYRALogPiece(const char* piece) { VYRADebugString(piece); }
 inline void VYRALogPiece(const std::string& piece) { VYRADebugString(piece.c_str()); }
 

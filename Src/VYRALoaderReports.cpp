@@ -1,5 +1,7 @@
 #include "VYRALoaderReports.h"
 
+#include <string>
+
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 
@@ -31,9 +33,11 @@ void VYRASetErrorCallback(VYRAError_f callback) {
 }
 
 void VYRALogPluginWarning(const char* message) {
-  if (VYRARegistryHolds(gDispatchedPlugin)) {
-    VYRALog("[", VYRARegistryRecord(gDispatchedPlugin).name, "]: ", message, "\n");
-  } else {
+  if (!VYRARegistryHolds(gDispatchedPlugin)) {
     VYRALog("[unknown]: ", message, "\n");
+    return;
   }
+  // A copy: the host's log may lead to an event that moves the registry, and its record with it.
+  const std::string name = VYRARegistryRecord(gDispatchedPlugin).name;
+  VYRALog("[", name, "]: ", message, "\n");
 }

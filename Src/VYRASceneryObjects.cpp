@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDeliveries.h"
@@ -119,6 +118,12 @@ int VYRALookupObjects(const char* path, float latitude, float longitude, VYRALib
 
 void VYRASceneryCleanupHook(VYRAPluginID plugin) {
   VYRASceneryDestroyProbesOf(plugin);
-  // Taken first: releasing an object may lead to calls that load and unload more.
-  for (const VYRAObjectRef object : std::exchange(gObjects[plugin], {})) gHooks->UnloadObject(object);
+  // Each leaves the list before the host is told of it: releasing it may lead to calls that load and unload
+  // more, and when an exception ends this, it can be called again for the others.
+  std::vector<VYRAObjectRef>& owned = gObjects[plugin];
+  for (std::size_t left = owned.size(); left > 0 && !owned.empty(); --left) {
+    const VYRAObjectRef object = owned.front();
+    owned.erase(owned.begin());
+    gHooks->UnloadObject(object);
+  }
 }

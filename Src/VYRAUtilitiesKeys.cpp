@@ -59,6 +59,22 @@ void ChangeButton(int button, int up) {
   gHooks->CommandButtonPress(buttons, up, 1);
 }
 
+// Takes one press of a button back when the host has been told of the release, also when its call led to an
+// exception.
+class StReleasing {
+ public:
+  explicit StReleasing(int releasedButton) : button(releasedButton) {}
+  ~StReleasing() {
+    const auto held = std::find(gButtons.begin(), gButtons.end(), button);
+    if (held != gButtons.end()) gButtons.erase(held);
+  }
+  StReleasing(const StReleasing&) = delete;
+  StReleasing& operator=(const StReleasing&) = delete;
+
+ private:
+  int button;
+};
+
 }  // namespace
 
 void VYRASimulateKeyPress(int keyType, int key) { gHooks->SimulateKeyPress(keyType, key); }
@@ -76,9 +92,8 @@ void VYRACommandButtonPress(int button) {
 }
 
 void VYRACommandButtonRelease(int button) {
+  const StReleasing releasing(button);
   ChangeButton(button, 1);
-  const auto held = std::find(gButtons.begin(), gButtons.end(), button);
-  if (held != gButtons.end()) gButtons.erase(held);
 }
 
 void VYRADoRepeatedButtons() {

@@ -1,4 +1,6 @@
 // Datarefs: finding, checking, typed access through the owner, and who owns a name when.
+#include <tuple>
+
 #include "PluginFixture.h"
 #include "VYRADataAccessInternal.h"
 #include "VYRALoaderLifecycle.h"
@@ -44,28 +46,35 @@ TEST_F(DataAccess, EachTypeReachesItsOwnAccessorsWithItsOwnRefcon) {
     EXPECT_EQ(refcon, &writeMark);
     trace.push_back(type + std::to_string(static_cast<int>(value)));
   };
-  static const auto read = [](void* refcon, int offset, int max) {
+  static const auto read = [](int result, void* refcon, int offset, int max) {
     EXPECT_EQ(refcon, &readMark);
-    return 10 * offset + max;
+    trace.push_back("from " + std::to_string(offset) + " at most " + std::to_string(max));
+    return result;
+  };
+  static const auto readOne = [](int result, void* refcon) {
+    EXPECT_EQ(refcon, &readMark);
+    return result;
   };
   const VYRADataRef all = VYRARegisterDataAccessor(
-      "test/all", 63, 1, [](void* r) { return read(r, 0, 1); }, [](void* r, int v) { write("i", r, v); },
-      [](void* r) { return static_cast<float>(read(r, 0, 2)); }, [](void* r, float v) { write("f", r, v); },
-      [](void* r) { return static_cast<double>(read(r, 0, 3)); }, [](void* r, double v) { write("d", r, v); },
-      [](void* r, int*, int offset, int max) { return read(r, offset, max); },
+      "test/all", 63, 1, [](void* r) { return readOne(1, r); }, [](void* r, int v) { write("i", r, v); },
+      [](void* r) { return static_cast<float>(readOne(2, r)); }, [](void* r, float v) { write("f", r, v); },
+      [](void* r) { return static_cast<double>(readOne(3, r)); }, [](void* r, double v) { write("d", r, v); },
+      [](void* r, int*, int offset, int max) { return read(4, r, offset, max); },
       [](void* r, int* v, int, int count) { write("vi", r, v[count - 1]); },
-      [](void* r, float*, int offset, int max) { return 100 + read(r, offset, max); },
+      [](void* r, float*, int offset, int max) { return read(5, r, offset, max); },
       [](void* r, float* v, int, int count) { write("vf", r, v[count - 1]); },
-      [](void* r, void*, int offset, int max) { return 200 + read(r, offset, max); },
+      [](void* r, void*, int offset, int max) { return read(6, r, offset, max); },
       [](void* r, void* v, int, int count) { write("b", r, static_cast<char*>(v)[count - 1]); }, &readMark,
       &writeMark);
   int ints[] = {4, 5};
   float floats[] = {6, 7};
   char bytes[] = {8, 9};
-  EXPECT_EQ(VYRAGetDatai(all) + 10.0 * VYRAGetDataf(all) + 100 * VYRAGetDatad(all), 321);
-  EXPECT_EQ(VYRAGetDatavi(all, nullptr, -1, 4), -6) << "offsets and counts pass unchecked";
-  EXPECT_EQ(VYRAGetDatavf(all, floats, 2, 3), 123);
-  EXPECT_EQ(VYRAGetDatab(all, bytes, 4, 5), 245);
+  EXPECT_EQ(std::tuple(VYRAGetDatai(all), VYRAGetDataf(all), VYRAGetDatad(all)), std::tuple(1, 2.0F, 3.0));
+  EXPECT_EQ(VYRAGetDatavi(all, nullptr, -1, 4), 4);
+  EXPECT_EQ(VYRAGetDatavf(all, floats, 2, 3), 5);
+  EXPECT_EQ(VYRAGetDatab(all, bytes, 4, 5), 6);
+  EXPECT_EQ(trace, (Lines{"from -1 at most 4", "from 2 at most 3", "from 4 at most 5"})) << "unchecked";
+  trace.clear();
   VYRASetDatai(all, 1);
   VYRASetDataf(all, 2);
   VYRASetDatad(all, 3);
@@ -83,7 +92,8 @@ TEST_F(DataAccess, NullHandlesAndMissingAccessorsAreNeutral) {
     EXPECT_EQ(VYRAGetDatad(dataRef), 0.0);
     EXPECT_EQ(VYRAGetDatavi(dataRef, &value, 0, 1), 0);
   }
-  EXPECT_EQ(VYRACanWriteDataRef(nullptr) + VYRAGetDataRefTypes(nullptr), 0);
+  EXPECT_EQ(VYRACanWriteDataRef(nullptr), 0);
+  EXPECT_EQ(VYRAGetDataRefTypes(nullptr), 0);
   EXPECT_EQ(VYRAFindDataRef(nullptr), nullptr);
   EXPECT_EQ(Publish(nullptr, 1, 1), nullptr);
 }

@@ -1,9 +1,8 @@
 // A frame in which plugins do what plugins do takes no memory from the heap. Memory that is taken and given
 // back in every frame costs little in a test and a stutter in a flight.
 #include <array>
-#include <cstdlib>
-#include <new>
 
+#include "Allocations.h"
 #include "PluginFixture.h"
 #include "VYRACamera.h"
 #include "VYRADataAccess.h"
@@ -11,24 +10,6 @@
 #include "VYRALoaderFeatures.h"
 #include "VYRAProcessing.h"
 #include "VYRAUtilities.h"
-
-namespace {
-
-long gAllocations = 0;
-
-// Not inlined: GCC takes operators that it sees through for a mismatched pair.
-[[gnu::noinline]] void* Allocate(std::size_t size) {
-  ++gAllocations;
-  if (void* memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
-}
-[[gnu::noinline]] void Release(void* memory) { std::free(memory); }
-
-}  // namespace
-
-void* operator new(std::size_t size) { return Allocate(size); }
-void operator delete(void* memory) noexcept { Release(memory); }
-void operator delete(void* memory, std::size_t) noexcept { Release(memory); }
 
 namespace {
 

@@ -175,7 +175,7 @@ TEST_F(Planes, HostLoadsTheWishesOfTheHolder) {
     VYRASetAircraftModel(8, "none");
     VYRASetAircraftModel(8, "");
   });
-  EXPECT_EQ(PathFor(1) + PathFor(7) + PathFor(INT_MAX), "jetheliany");
+  EXPECT_EQ((Lines{PathFor(1), PathFor(7), PathFor(INT_MAX)}), (Lines{"jet", "heli", "any"}));
   for (const int plane : {0, 2, 6, 8, 1024, -1, INT_MIN}) EXPECT_EQ(PathFor(plane), "own") << plane;
   VYRAHandleUpdatePlaneNameAndPath(1, nullptr, nullptr);
   EXPECT_EQ(gHost.calls, Lines()) << "nothing is loaded before the host has said what planes there are";

@@ -1,6 +1,8 @@
 // Terrain probes, and scenery objects that are loaded at once or later, drawn and released.
 #include "VYRAScenery.h"
 
+#include <tuple>
+
 #include "Forwarding.h"
 #include "PluginFixture.h"
 #include "VYRALoaderLifecycle.h"
@@ -50,7 +52,7 @@ TEST_F(Probes, HostWritesWhatItFoundIntoTheRecordOfGoodCallsAlone) {
   EXPECT_EQ(VYRAProbeTerrainXYZ(probe, 0, 0, 0, nullptr), VYRA_PROBE_ERROR);
   EXPECT_EQ(probed, "");
   EXPECT_EQ(Probe(probe), VYRA_PROBE_HIT);
-  EXPECT_EQ(info.location[0] * 100 + info.normal[1] * 10 + info.velocity[2], 123);
+  EXPECT_EQ(std::tuple(info.location[0], info.normal[1], info.velocity[2]), std::tuple(1, 2, 3));
   EXPECT_EQ(info.isWet, 30);
   hit = 0;
   EXPECT_EQ(Probe(probe), VYRA_PROBE_MISSED);
@@ -123,6 +125,17 @@ TEST_F(Objects, PluginThatLeavesReleasesWhatItStillHasAndItsSuccessorOwnsNothing
   UnloadAs(plugin, 6);
   EXPECT_EQ(gHost.CallsOf("UnloadObject"), (Lines{"UnloadObject(7)", "UnloadObject(6)", "UnloadObject(7)"}));
   EXPECT_EQ(gObjects[other].size(), 1U);
+}
+
+TEST_F(Objects, ReleasingOfALeaversObjectsGoesOnAfterAnException) {
+  for (const int object : {7, 8, 9}) Load(object);
+  gHost.services.UnloadObject = [](VYRAObjectRef object) {
+    trace.push_back(std::to_string(reinterpret_cast<std::uintptr_t>(object)));
+    if (object == Ref(7)) throw 1;
+  };
+  EXPECT_THROW(VYRASceneryCleanupHook(plugin), int);
+  VYRASceneryCleanupHook(plugin);
+  EXPECT_EQ(trace, (Lines{"7", "8", "9"}));
 }
 
 TEST_F(Objects, MistakesInDrawingAreSeenOnlyForPluginsThatHearOfThem) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <tuple>
 
 #include "Forwarding.h"
 #include "PluginFixture.h"
@@ -50,10 +51,17 @@ TEST_F(Utilities, ListOfHeldButtonsStaysWhileTheHostsCallChangesIt) {
   gHost.services.CommandButtonPress = [](const int* buttons, int, int) {
     if (buttons[0] == 7) return;
     for (int i = 0; i < 100; ++i) VYRACommandButtonPress(7);
-    EXPECT_EQ(buttons[0] * 100 + buttons[1] * 10 + buttons[2], 120);
+    EXPECT_EQ(std::vector<int>(buttons, buttons + 3), (std::vector<int>{1, 2, 0}));
   };
   VYRADoRepeatedButtons();
   EXPECT_EQ(gButtons.size(), 102U);
+}
+
+TEST_F(Utilities, ButtonIsReleasedAlsoWhenTheHostsCallEndsByAnException) {
+  VYRACommandButtonPress(5);
+  gHost.services.CommandButtonPress = [](const int*, int, int) { throw 1; };
+  EXPECT_THROW(VYRACommandButtonRelease(5), int);
+  EXPECT_EQ(gButtons, std::vector<int>());
 }
 
 TEST_F(Utilities, KeysHaveTheirNames) {
@@ -71,7 +79,7 @@ TEST_F(Utilities, VersionsGoWhereTheyBelong) {
   int host = 0, library = 0, id = 0;
   VYRAGetVersions(&host, &library, &id);
   VYRAGetVersions(nullptr, nullptr, nullptr);
-  EXPECT_EQ(host * 10000 + library * 10 + id, 9002103);
+  EXPECT_EQ(std::tuple(host, library, id), std::tuple(900, 210, 3));
 }
 
 TEST_F(Utilities, PathsOfTheHostAreCutOnlyForCallersWithoutNativePaths) {
@@ -107,8 +115,11 @@ TEST_F(Utilities, DataFilesAreOfTwoKindsAndOnlySavingNeedsAPath) {
   gHost.Answer("LoadDataFile", 4);
   gHost.Answer("SaveDataFile", 5);
   RunAs(AddPlugin("a"), [] {
-    EXPECT_EQ(VYRALoadDataFile(1, nullptr) * 10 + VYRASaveDataFile(2, "f"), 45);
-    EXPECT_EQ(VYRALoadDataFile(3, nullptr) + VYRASaveDataFile(0, "f") + VYRASaveDataFile(3, nullptr), 0);
+    EXPECT_EQ(VYRALoadDataFile(1, nullptr), 4);
+    EXPECT_EQ(VYRASaveDataFile(2, "f"), 5);
+    EXPECT_EQ(VYRALoadDataFile(3, nullptr), 0);
+    EXPECT_EQ(VYRASaveDataFile(0, "f"), 0);
+    EXPECT_EQ(VYRASaveDataFile(3, nullptr), 0);
   });
   EXPECT_EQ(gHost.calls, (Lines{"LoadDataFile(1|null)", "SaveDataFile(2|f)"}));
   EXPECT_EQ(errors, (Lines{"1: Illegal file type passed to VYRALoadDataFile.",
@@ -176,7 +187,7 @@ TEST_F(FolderListing, TakesUnreadableFoldersAsEmptyAndNegativeSizesAsNone) {
   EXPECT_EQ(byte, '#') << "an end that does not fit in both lists is begun in none";
   EXPECT_EQ(slot, unused);
   EXPECT_EQ(VYRAGetDirectoryContents("/no/such", 0, &byte, 1, nullptr, 0, &total, &returned), 1);
-  EXPECT_EQ(byte + total, 0) << "an empty list that is closed";
+  EXPECT_EQ(std::tuple(byte, total), std::tuple('\0', 0)) << "an empty list that is closed";
 }
 
 }  // namespace
