@@ -20,7 +20,7 @@ template <class Result, class... Rest>
 // be called is asked before anything is saved for its sake, so that the way to the accessor is straight.
 template <class Result, class... Rest>
 Result Call(VYRAPluginID owner, Result (*accessor)(void*, Rest...), void* refcon, Rest... rest) {
-  if (gAccessible[owner] == 0) [[unlikely]]
+  if (gUnwatchedAccessors[owner] == 0) [[unlikely]]
     return CallTold(owner, accessor, refcon, rest...);
   const StRunningCall call(owner, VYRA_CALL_DATAREF);
   return accessor(refcon, rest...);

@@ -9,58 +9,68 @@
 #include "VYRALoaderRegistry.h"
 #include "VYRAWatchInternal.h"
 
-// The plugin on whose behalf the library runs now; 0 while no plugin's code runs. Hidden, as those below, so
-// that the code reaches it without a detour through the module's table of addresses.
-[[gnu::visibility("hidden")]] extern VYRAPluginID gDispatchedPlugin;
+// The call that runs now. Its plugin is the dispatched one, also while no plugin's code runs.
+union VYRACallState {
+  VYRACallWord word;
+  struct {
+    std::uint32_t depthAndKind;
+    VYRAPluginID plugin;
+  } parts;
+};
 
-// How many calls into plugins and the host are on the stack.
-[[gnu::visibility("hidden")]] extern std::atomic<int> gDispatchDepth;
+// Hidden, so that the code reaches it without a detour through the module's table of addresses.
+[[gnu::visibility("hidden")]] extern VYRACallState gRunningCall;
+
+// The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
+inline constinit VYRAPluginID& gDispatchedPlugin = gRunningCall.parts.plugin;
 
 VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin);
 VYRAPluginID VYRAGetDispatchedPlugin();
 
-// The innermost calls, each at its depth modulo the table's size. A call into a module itself, which opens or
-// closes it, has the module's path beside it.
-[[gnu::visibility("hidden")]] extern std::atomic<VYRACallWord> gRunningCalls[VYRA_MOST_RUNNING_CALLS];
-[[gnu::visibility("hidden")]] extern std::atomic<const char*> gRunningModules[VYRA_MOST_RUNNING_CALLS];
+// The calls around the one that runs, each at its depth modulo the table's size.
+[[gnu::visibility("hidden")]] extern std::atomic<VYRACallWord> gOuterCalls[VYRA_MOST_RUNNING_CALLS];
 
-inline std::atomic<VYRACallWord>& VYRARunningCallAt(int depth) {
-  return gRunningCalls[static_cast<unsigned>(depth) % VYRA_MOST_RUNNING_CALLS];
+// The module that is being opened or closed by such a call, likewise.
+struct VYRARunningModule {
+  std::atomic<const char*> path;
+  std::atomic<VYRAPluginID> plugin;  // the ID that it gets or had
+};
+[[gnu::visibility("hidden")]] extern VYRARunningModule gRunningModules[VYRA_MOST_RUNNING_CALLS];
+
+// Whole words, in memory before the plugin's code is called: they are read by signal handlers and threads.
+inline VYRACallWord VYRALoadRunningCall() { return __atomic_load_n(&gRunningCall.word, __ATOMIC_RELAXED); }
+inline void VYRAStoreRunningCall(VYRACallWord call) {
+  __atomic_store_n(&gRunningCall.word, call, __ATOMIC_RELAXED);
 }
 
-inline std::atomic<const char*>& VYRARunningModuleAt(int depth) {
-  return gRunningModules[static_cast<unsigned>(depth) % VYRA_MOST_RUNNING_CALLS];
+inline std::size_t VYRAPlaceOfCall(int depth) {
+  return static_cast<unsigned>(depth) % unsigned{VYRA_MOST_RUNNING_CALLS};
 }
 
-// Notes a call of a plugin's code on the stack while the scope lasts. By itself it serves calls that the
-// watcher is not told of.
+// How many calls into plugins and the host are on the stack.
+inline int VYRADispatchDepth() { return VYRACallDepth(VYRALoadRunningCall()); }
+
+// Puts a call on the stack while the scope lasts. By itself it serves calls that the watcher is not told of.
 class StRunningCall {
  public:
-  StRunningCall(VYRAPluginID plugin, int kind)
-      : savedPlugin(gDispatchedPlugin), savedDepth(gDispatchDepth.load(std::memory_order_relaxed)) {
-    const int depth = savedDepth + 1;
-    VYRARunningCallAt(depth).store(VYRACallWordOf(plugin, depth, kind), std::memory_order_relaxed);
-    gDispatchDepth.store(depth, std::memory_order_relaxed);
-    gDispatchedPlugin = plugin;
+  StRunningCall(VYRAPluginID plugin, int kind) : outer(VYRALoadRunningCall()) {
+    gOuterCalls[VYRAPlaceOfCall(VYRACallDepth(outer))].store(outer, std::memory_order_relaxed);
+    VYRAStoreRunningCall(VYRACallOf(plugin) | VYRACallInside(outer, kind));
   }
-  ~StRunningCall() {
-    gDispatchDepth.store(savedDepth, std::memory_order_relaxed);
-    gDispatchedPlugin = savedPlugin;
-  }
+  ~StRunningCall() { VYRAStoreRunningCall(outer); }
   StRunningCall(const StRunningCall&) = delete;
   StRunningCall& operator=(const StRunningCall&) = delete;
 
-  int Depth() const { return savedDepth + 1; }
+  VYRACallWord Outer() const { return outer; }
 
  private:
-  VYRAPluginID savedPlugin;
-  int savedDepth;
+  VYRACallWord outer;
 };
 
 // A call into a plugin: makes it the dispatched plugin while the scope lasts, and says whether it may be
 // called. Before anything is loaded the host, and nobody else, may be.
 //
-//   const StDispatchCallback dispatch(window.plugin, VYRA_CALL_WINDOW_DRAW);
+//   const StDispatchCallback dispatch(window.owner, VYRA_CALL_WINDOW_DRAW);
 //   if (dispatch()) window.draw(&window, window.refcon);
 class StDispatchCallback {
  public:
@@ -71,7 +81,7 @@ class StDispatchCallback {
       : mayCall(ask == Ask::nothing || VYRARegistryIsEnabled(plugin) ||
                 (plugin == VYRA_HOST_PLUGIN && gAllPlugins.empty())),
         call(plugin, kind),
-        word(VYRACallWordOf(plugin, call.Depth(), kind)) {
+        word(VYRACallOf(plugin) | VYRACallInside(call.Outer(), kind)) {
     if (gWatch != 0 && mayCall) [[unlikely]]
       told = VYRAWatchTellBegin(word);
   }
@@ -102,80 +112,62 @@ class StDispatchCallback {
 class StDispatchWalk {
  public:
   explicit StDispatchWalk(int kind)
-      : savedPlugin(gDispatchedPlugin),
-        savedDepth(gDispatchDepth.load(std::memory_order_relaxed)),
-        word(VYRACallWordOf(0, savedDepth + 1, kind)) {
-    VYRARunningCallAt(savedDepth + 1).store(0, std::memory_order_relaxed);
-    gDispatchDepth.store(savedDepth + 1, std::memory_order_relaxed);
-  }
-  ~StDispatchWalk() {
-    Ended();
-    gDispatchDepth.store(savedDepth, std::memory_order_relaxed);
-    gDispatchedPlugin = savedPlugin;
-  }
+      : call(gDispatchedPlugin, VYRA_CALL_NONE), depthAndKind(VYRACallInside(call.Outer(), kind)) {}
+  ~StDispatchWalk() { Ended(); }
   StDispatchWalk(const StDispatchWalk&) = delete;
   StDispatchWalk& operator=(const StDispatchWalk&) = delete;
 
   // Makes the owner of a record the dispatched plugin, in place of the last, and says whether it may be
   // called.
   bool operator()(VYRAPluginID plugin) {
-    gDispatchedPlugin = plugin;
+    VYRAStoreRunningCall(VYRACallOf(plugin) | depthAndKind);
+    if (gUnwatched[plugin] != 0) [[likely]]
+      return true;
     if (gCallable[plugin] == 0) return false;
-    const VYRACallWord call = word | VYRACallWord{static_cast<std::uint32_t>(plugin)} << 32U;
-    VYRARunningCallAt(savedDepth + 1).store(call, std::memory_order_relaxed);
-    if (gWatch != 0) [[unlikely]]
-      Begin(call);
+    begun = VYRACallOf(plugin) | depthAndKind;
+    told = VYRAWatchTellBegin(begun);
     return true;
   }
 
   // The plugin's code has returned. Not needed when it threw, or when the walk ends with it.
   void Ended() {
-    if (told != 0) [[unlikely]]
-      End();
+    if (told == 0) [[likely]]
+      return;
+    VYRAWatchTellEnd(begun, told);
+    told = 0;
   }
 
  private:
-  [[gnu::cold]] void Begin(VYRACallWord call) {
-    begun = call;
-    told = VYRAWatchTellBegin(call);
-  }
-  [[gnu::cold]] void End() {
-    const unsigned whom = told;
-    told = 0;
-    VYRAWatchTellEnd(begun, whom);
-  }
-
-  VYRAPluginID savedPlugin;
-  int savedDepth;
-  VYRACallWord word;
+  StRunningCall call;
+  VYRACallWord depthAndKind;
   VYRACallWord begun = 0;
   unsigned told = 0;
 };
 
-// The opening or closing of a module, in which its own constructors or destructors run. `plugin` is the ID
-// that it gets or had; the dispatched plugin stays who it is.
+// The opening or closing of a module, in which its own constructors or destructors run. The dispatched plugin
+// stays who it is; `plugin` is the ID that the module's plugin gets or had.
 class StModuleCall {
  public:
-  StModuleCall(VYRAPluginID plugin, int kind, const char* path);
+  StModuleCall(VYRAPluginID modulePlugin, int kind, const char* path);
   ~StModuleCall();
   StModuleCall(const StModuleCall&) = delete;
   StModuleCall& operator=(const StModuleCall&) = delete;
 
  private:
-  int savedDepth;
-  VYRACallWord word;
+  void NoteModule() const;
+
   const char* modulePath;
-  unsigned told;
+  VYRAPluginID plugin;
+  StRunningCall call;
+  VYRACallWord word;
+  unsigned told = 0;
 };
 
 // Acts on a plugin's behalf while the scope lasts, without calling it.
 class StActAs {
  public:
-  explicit StActAs(VYRAPluginID plugin) : savedPlugin(gDispatchedPlugin) { gDispatchedPlugin = plugin; }
-  ~StActAs() { gDispatchedPlugin = savedPlugin; }
-  StActAs(const StActAs&) = delete;
-  StActAs& operator=(const StActAs&) = delete;
+  explicit StActAs(VYRAPluginID plugin) : call(plugin, VYRA_CALL_NONE) {}
 
  private:
-  VYRAPluginID savedPlugin;
+  StRunningCall call;
 };

@@ -51,7 +51,7 @@ class StHostCall {
       : outer(gHostCall),
         savedPlugin(gDispatchedPlugin),
         exceptions(begin.exceptions),
-        nested(outer != nullptr || gDispatchDepth.load(std::memory_order_relaxed) > 0) {
+        nested(outer != nullptr || VYRADispatchDepth() > 0) {
     gHostCall = this;
   }
 

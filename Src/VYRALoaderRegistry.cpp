@@ -14,6 +14,7 @@ std::vector<char> gCallableFlags(256);
 // As many flags, none of which is ever set.
 std::vector<char> gNobodyFlags(256);
 
+bool gCallsAreWatched = false;
 bool gAccessorsAreWatched = false;
 
 const char* AllowHostAlone() {
@@ -24,7 +25,8 @@ const char* AllowHostAlone() {
 
 void PointAtFlags() {
   gCallable = &gCallableFlags[1];
-  gAccessible = gAccessorsAreWatched ? &gNobodyFlags[1] : gCallable;
+  gUnwatched = gCallsAreWatched ? &gNobodyFlags[1] : gCallable;
+  gUnwatchedAccessors = gAccessorsAreWatched ? &gNobodyFlags[1] : gCallable;
 }
 
 VYRAPluginID LastPlugin() { return static_cast<VYRAPluginID>(gAllPlugins.size()) - 1; }
@@ -32,10 +34,12 @@ VYRAPluginID LastPlugin() { return static_cast<VYRAPluginID>(gAllPlugins.size())
 }  // namespace
 
 const char* gCallable = AllowHostAlone();
-const char* gAccessible = gCallable;
+const char* gUnwatched = gCallable;
+const char* gUnwatchedAccessors = gCallable;
 
-void VYRARegistryWatchAccessors(bool watch) {
-  gAccessorsAreWatched = watch;
+void VYRARegistryWatch(bool calls, bool accessors) {
+  gCallsAreWatched = calls;
+  gAccessorsAreWatched = accessors;
   PointAtFlags();
 }
 

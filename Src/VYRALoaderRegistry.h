@@ -40,14 +40,16 @@ extern std::vector<PluginRecord> gAllPlugins;
 
 // Whose code may be called: that of enabled plugins, and the host's even before it has a record. Indexed by
 // the owner of a record: an ID that was given out once, or VYRA_NO_PLUGIN, who may not be called. It stands
-// beside the plugins' records because every call into a plugin asks: one load answers. Hidden, as the one
+// beside the plugins' records because every call into a plugin asks: one load answers. Hidden, as those
 // below, so that the code reaches it without a detour through the module's table of addresses.
 [[gnu::visibility("hidden")]] extern const char* gCallable;
 
-// Whose accessors may be called straight away, without a word to the watcher: the same as gCallable, or
-// nobody's while the watcher wants to be told of accessors too.
-[[gnu::visibility("hidden")]] extern const char* gAccessible;
-void VYRARegistryWatchAccessors(bool watch);
+// Whose code may be called straight away, without a word to a watcher: the same as gCallable, or nobody's
+// while there is one; and the same for accessors of datarefs, of which not every watcher wants to be told. So
+// where calls must be quick, one load still answers.
+[[gnu::visibility("hidden")]] extern const char* gUnwatched;
+[[gnu::visibility("hidden")]] extern const char* gUnwatchedAccessors;
+void VYRARegistryWatch(bool calls, bool accessors);
 
 // Adds a plugin, which is not enabled yet, under the next ID.
 PluginRecord& VYRARegistryAppend(PluginRecord record);

@@ -25,12 +25,13 @@ unsigned gWatchSettings = 0;  // so far; each is known by its number
 
 bool IsOfModule(int kind) { return kind == VYRA_CALL_OPENING || kind == VYRA_CALL_CLOSING; }
 
-// A noted call as the interface shows it.
+// A noted call as the interface shows it. That of a module itself stands beside the calls.
 VYRARunningCall Describe(VYRACallWord call) {
-  const VYRAPluginID plugin = VYRACallPlugin(call);
   const int kind = VYRACallKind(call);
+  const VYRARunningModule& module = gRunningModules[VYRAPlaceOfCall(VYRACallDepth(call))];
+  const VYRAPluginID plugin = IsOfModule(kind) ? module.plugin.load() : VYRACallPlugin(call);
   VYRAIdentity identity = kind != VYRA_CALL_OPENING ? VYRAIdentityOf(plugin) : VYRAIdentity();
-  if (IsOfModule(kind)) identity.path = VYRARunningModuleAt(VYRACallDepth(call)).load();
+  if (IsOfModule(kind)) identity.path = module.path.load();
   return {plugin, kind, identity.name, identity.signature, identity.path};
 }
 
@@ -54,11 +55,15 @@ const VYRARunningCall& DescribeToWatcher(VYRACallWord call) {
 int VYRAGetRunningCalls(VYRARunningCall* outCalls, int capacity) {
   if (outCalls == nullptr) return 0;
   int count = 0;
-  const int innermost = gDispatchDepth.load();
+  const VYRACallWord running = VYRALoadRunningCall();
+  const int innermost = VYRACallDepth(running);
   const int outermost = std::max(innermost - VYRA_MOST_RUNNING_CALLS, 0) + 1;
   for (int depth = innermost; depth >= outermost && count < capacity; --depth) {
-    const VYRACallWord call = VYRARunningCallAt(depth).load();
-    if (VYRACallDepth(call) == depth) outCalls[count++] = Describe(call);
+    const VYRACallWord call = depth == innermost ? running : gOuterCalls[VYRAPlaceOfCall(depth)].load();
+    // A place whose call is not of this depth was used by a deeper one.
+    if (VYRACallDepth(call) == depth && VYRACallKind(call) != VYRA_CALL_NONE) {
+      outCalls[count++] = Describe(call);
+    }
   }
   return count;
 }
@@ -76,12 +81,12 @@ int VYRASetWatcher(const VYRAWatcher* watcher) {
   gWatcher = watcher != nullptr ? *watcher : VYRAWatcher();
   if (watcher != nullptr && ++gWatchSettings == 0) ++gWatchSettings;
   gWatch = watcher != nullptr ? gWatchSettings : 0;
-  VYRARegistryWatchAccessors(gWatcher.wantsAccessors != 0);
+  VYRARegistryWatch(gWatch != 0, gWatcher.wantsAccessors != 0);
   return 1;
 }
 
 unsigned VYRAWatchTellBegin(VYRACallWord call) {
-  if (VYRACallPlugin(call) == VYRA_HOST_PLUGIN) return 0;
+  if (VYRACallPlugin(call) == VYRA_HOST_PLUGIN && !IsOfModule(VYRACallKind(call))) return 0;
   const unsigned told = gWatch;
   gWatcher.begin(&DescribeToWatcher(call), gWatcher.refcon);
   return told;

@@ -138,7 +138,7 @@ TEST_F(Commands, HandlersPluginMayLeaveAndThrowInTheMiddleOfAPass) {
   AddOnBothSides({&c});
   RunAs(AddPlugin("a"), [] { AddOnBothSides({&b, &a}); });
   EXPECT_THROW(Pass(1), int);
-  EXPECT_EQ(gDispatchDepth, 0);
+  EXPECT_EQ(VYRADispatchDepth(), 0);
   EXPECT_EQ(VYRAGetMyID(), VYRA_HOST_PLUGIN);
   for (const int before : {1, 0}) EXPECT_EQ(Pass(before), "c");
 }

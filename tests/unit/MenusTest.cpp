@@ -199,7 +199,7 @@ TEST_F(Menus, HandlerMayThrowAndMayDestroyItsMenuAndLeave) {
   });
   Append(1, menu, "throws");
   EXPECT_THROW(PickLatest(), int);
-  EXPECT_EQ(gDispatchDepth, 0);
+  EXPECT_EQ(VYRADispatchDepth(), 0);
   EXPECT_EQ(VYRAGetMyID(), VYRA_HOST_PLUGIN);
   Append(1, menu, "leaves");
   EXPECT_EQ(PickLatest(), 0);
