@@ -2,10 +2,6 @@
 
 #include "VYRALoaderIdentities.h"
 
-VYRACallState gRunningCall = {};
-std::atomic<VYRACallWord> gOuterCalls[VYRA_MOST_RUNNING_CALLS];
-VYRARunningModule gRunningModules[VYRA_MOST_RUNNING_CALLS];
-
 VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin) {
   gDispatchedPlugin = plugin;
   return plugin;

@@ -1,54 +1,13 @@
-// Calls into plugins: the dispatched plugin, the calls on the stack, and the scopes in which every call into
-// a plugin is made. Everything that calls plugins uses these scopes, so whoever wants to know who runs, or to
-// be told of each call, is served here.
+// The scopes in which every call into a plugin is made. Everything that calls plugins uses them, so whoever
+// wants to know who runs, or to be told of each call, is served here.
 #pragma once
 
-#include <atomic>
-#include <cstdint>
-
 #include "VYRALoaderRegistry.h"
+#include "VYRALoaderRunningCalls.h"
 #include "VYRAWatchInternal.h"
-
-// The call that runs now. Its plugin is the dispatched one, also while no plugin's code runs.
-union VYRACallState {
-  VYRACallWord word;
-  struct {
-    std::uint32_t depthAndKind;
-    VYRAPluginID plugin;
-  } parts;
-};
-
-// Hidden, so that the code reaches it without a detour through the module's table of addresses.
-[[gnu::visibility("hidden")]] extern VYRACallState gRunningCall;
-
-// The plugin on whose behalf the library runs now; 0 while no plugin's code runs.
-inline constinit VYRAPluginID& gDispatchedPlugin = gRunningCall.parts.plugin;
 
 VYRAPluginID VYRASetDispatchedPlugin(VYRAPluginID plugin);
 VYRAPluginID VYRAGetDispatchedPlugin();
-
-// The calls around the one that runs, each at its depth modulo the table's size.
-[[gnu::visibility("hidden")]] extern std::atomic<VYRACallWord> gOuterCalls[VYRA_MOST_RUNNING_CALLS];
-
-// The module that is being opened or closed by such a call, likewise.
-struct VYRARunningModule {
-  std::atomic<const char*> path;
-  std::atomic<VYRAPluginID> plugin;  // the ID that it gets or had
-};
-[[gnu::visibility("hidden")]] extern VYRARunningModule gRunningModules[VYRA_MOST_RUNNING_CALLS];
-
-// Whole words, in memory before the plugin's code is called: they are read by signal handlers and threads.
-inline VYRACallWord VYRALoadRunningCall() { return __atomic_load_n(&gRunningCall.word, __ATOMIC_RELAXED); }
-inline void VYRAStoreRunningCall(VYRACallWord call) {
-  __atomic_store_n(&gRunningCall.word, call, __ATOMIC_RELAXED);
-}
-
-inline std::size_t VYRAPlaceOfCall(int depth) {
-  return static_cast<unsigned>(depth) % unsigned{VYRA_MOST_RUNNING_CALLS};
-}
-
-// How many calls into plugins and the host are on the stack.
-inline int VYRADispatchDepth() { return VYRACallDepth(VYRALoadRunningCall()); }
 
 // Puts a call on the stack while the scope lasts. By itself it serves calls that the watcher is not told of.
 class StRunningCall {

@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "VYRALoaderDispatch.h"
 #include "VYRALoaderIdentities.h"
+#include "VYRALoaderRegistry.h"
+#include "VYRAWatchInternal.h"
 
 unsigned gWatch = 0;
 
