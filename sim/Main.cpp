@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "CostArguments.h"
 #include "Run.h"
 #include "report/Moment.h"
 #include "report/Report.h"
@@ -36,6 +37,8 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
   run->add_option("--flight", options.flightFile, "What happens in the flight and what to expect (JSON)");
   run->add_option("--report", options.reportFile, "Write what came of the flight to this file (JSON)");
   run->add_flag("--realtime", options.realTime, "Fly in real time, not as fast as possible");
+
+  sim::AddCostOptions(*run, options.costs);
 
   try {
     app.parse(argumentCount, arguments);

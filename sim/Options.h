@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "report/CostOptions.h"
+
 namespace sim {
 
 struct FlightOptions {
@@ -13,6 +15,7 @@ struct FlightOptions {
   std::string flightFile;  // empty: nothing happens but the frames
   std::string reportFile;  // empty: none
   bool realTime = false;   // rather than as fast as possible
+  CostOptions costs;
 };
 
 }  // namespace sim

@@ -6,6 +6,8 @@
 
 #include "InputError.h"
 #include "Session.h"
+#include "report/CostRecord.h"
+#include "report/Costs.h"
 #include "report/Event.h"
 #include "report/Log.h"
 #include "report/ReportJson.h"
@@ -47,13 +49,16 @@ int Run(const FlightOptions& options) {
   if (!options.flightFile.empty()) flight = ReadFlight(options.flightFile, gWorld.systemPath, options.frames);
   CheckWritable(options.reportFile);
   Log log(options.logFile);
+  CostRecord costs(options.costs, !options.reportFile.empty());
 
   Report report = EmptyReport(options, flight);
   TellEventsTo(report);
-  Fly(options, std::move(flight), log);
+  Fly(options, std::move(flight), log, costs);
+  costs.EnterIn(report);
 
   SettleReport(report);
   PrintSummary(report);
+  if (options.costs.wantsTable) PrintCosts(report);
   if (!options.reportFile.empty()) WriteReport(report, options.reportFile);
   return report.exitCode;
 }

@@ -10,6 +10,7 @@
 #include "VYRAHost.h"
 #include "VYRAProcessing.h"
 #include "flight/FlightRunner.h"
+#include "host/CostWatch.h"
 #include "host/Frame.h"
 #include "host/ObjectServices.h"
 #include "host/OwnDataRefs.h"
@@ -17,6 +18,7 @@
 #include "host/PluginList.h"
 #include "host/ServiceTable.h"
 #include "host/SystemServices.h"
+#include "report/CostRecord.h"
 #include "report/Event.h"
 #include "report/Log.h"
 #include "report/Moment.h"
@@ -38,13 +40,15 @@ struct FlightUnderWay {
   FlightRunner runner;
   Narrator& narrator;
   FlightTotals totals;
-  std::vector<float> passMicroseconds;
+  Histogram passes;
 };
 
 void RunFrame(int frame, double rate, FlightUnderWay& flight) {
   const int reloadsBefore = CountReloads();
+  MeasureFrameBegin(frame);
   flight.runner.CarryOutSteps(frame);
-  FlyFrame(frame, rate, flight.passMicroseconds);
+  FlyFrame(frame, rate, flight.passes);
+  MeasureFrameEnd();
   if (CountReloads() != reloadsBefore)
     flight.narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
   TellNews(frame, flight.narrator);
@@ -119,22 +123,23 @@ void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
 
 }  // namespace
 
-void Fly(const FlightOptions& options, Flight plan, Log& log) {
+void Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs) {
   gLog = &log;
   // On the terminal, progress between lines of the log would tear both.
   Narrator narrator(!options.logFile.empty());
   FlightUnderWay flight{.runner = FlightRunner(std::move(plan), log, narrator),
                         .narrator = narrator,
                         .totals = {},
-                        .passMicroseconds = {}};
-  flight.passMicroseconds.reserve(2 * static_cast<std::size_t>(options.frames));
+                        .passes = {}};
+  if (costs.IsMeasuring()) StartMeasuring(costs.Block(), costs.Trace());
 
   RegisterSimulatorDataRefs();
   PublishPlaneSwitches();
   FlyToTheEnd(options, flight);
+  StopMeasuring();
   flight.totals.warnings = log.CountWarnings();
   flight.totals.activity = gActivity;
-  EnterPassTimes(flight.totals, flight.passMicroseconds);
+  EnterPassTimes(flight.totals, flight.passes);
   if (!log.Close()) TellEvent(FlightFailed{"not all of the log could be written to " + options.logFile});
   TellEvent(FlightEnded{flight.totals});
 }

@@ -6,10 +6,11 @@
 
 namespace sim {
 
+class CostRecord;
 class Log;
 
 // Flies once per process, over gWorld, whose system path is set. Whatever plugins do is an event, and none of
 // it is thrown.
-void Fly(const FlightOptions& options, Flight plan, Log& log);
+void Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs);
 
 }  // namespace sim

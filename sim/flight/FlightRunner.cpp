@@ -7,6 +7,7 @@
 
 #include "flight/Expectations.h"
 #include "flight/Steps.h"
+#include "host/CostWatch.h"
 #include "report/Event.h"
 #include "report/Log.h"
 #include "report/Narrator.h"
@@ -20,6 +21,7 @@ void FlightRunner::CarryOutSteps(int frame) {
   for (; nextStep < flight.steps.size() && flight.steps[nextStep].frame == frame; ++nextStep) {
     const Outcome outcome = CarryOut(flight.steps[nextStep].action);
     if (!outcome.succeeded) TellEvent(StepFailed{{.frame = frame, .line = 0, .text = outcome.text}});
+    MarkInTrace(outcome.text);
     narrator.Tell(frame, outcome.succeeded ? outcome.text : "FAILED  " + outcome.text);
   }
 }

@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "host/CostWatch.h"
 #include "host/ServiceTable.h"
 #include "report/Log.h"
 #include "world/World.h"
@@ -23,6 +24,7 @@ void CopyTo(char* buffer, std::string_view text) { buffer[text.copy(buffer, text
 // The library shows a message only when it reloads the plugins. There is no user to wait for.
 void ShowMessage(const char* line1, const char* line2, const char* line3, const char* line4) {
   ++gReloads;
+  MarkInTrace("all plugins reloaded");
   for (const std::string_view line : {line1, line2, line3, line4})
     if (!line.empty()) gLog->Write(fmt::format("Message: {}\n", line));
 }

@@ -43,14 +43,18 @@ struct Culprit {
   std::vector<std::string> backtrace;
 };
 
-// What calls cost: of one kind, or of all together.
+// What calls cost: of one kind, or of all together. Times are a plugin's own, per frame, over all frames in
+// which it was there; those of opening, start, enable, disable, stop and closing are per call, and are not
+// among those of all together.
 struct CallCost {
   std::int64_t calls = 0;
-  double meanMs = 0.0;  // per frame, as are the others
+  double totalMs = 0.0;  // in the whole flight, outside of frames too
+  double meanMs = 0.0;
   double medianMs = 0.0;
   double p99Ms = 0.0;
   double longestMs = 0.0;
   int longestFrame = 0;
+  bool isPerCall = false;  // for the table alone
 };
 
 struct PluginCost {
@@ -65,7 +69,7 @@ struct PluginReport {
   std::string name;
   std::string path;
   std::string state;               // "enabled", "disabled", "unloaded" or "passed over"
-  double loadMs = 0.0;             // opening the module and its start
+  double loadMs = 0.0;             // of its last loading: opening, start and enable
   std::optional<PluginCost> cost;  // when costs were asked for
 };
 
@@ -113,6 +117,8 @@ struct Report {
   std::vector<std::string> foldersLookedAt;  // for plugins
   double rate = 0.0;                         // frames per simulated second
   std::optional<FlightTotals> totals;
+  std::int64_t callsIntoOthers = 0;  // into modules that did not start, for the table of costs alone
+  std::optional<CallCost> frames;    // whole ones, when costs were asked for; `calls` is their number
 };
 
 // Whether any plugin was loaded in the whole flight.

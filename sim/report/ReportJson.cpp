@@ -49,6 +49,7 @@ nlohmann::json ToJson(const Report& report) {
                            {"failedSteps", report.failedSteps},
                            {"failures", WhyNotPassed(report)}};
   if (report.culprit) object["culprit"] = *report.culprit;
+  if (report.frames) object["frames"] = *report.frames;
   if (report.totals) object["totals"] = *report.totals;
   return object;
 }

@@ -9,12 +9,6 @@
 namespace sim {
 namespace {
 
-// The smallest time that at least this share of all the sorted times do not exceed.
-float Percentile(const std::vector<float>& sorted, std::size_t percent) {
-  if (sorted.empty()) return 0.0F;
-  return sorted[(sorted.size() * percent + 99) / 100 - 1];
-}
-
 void PrintPlugins(const std::vector<PluginReport>& plugins) {
   fmt::print("\n  ID  enabled  {:<24}signature\n", "name");
   fmt::print("{:>4}  {:<7}  {:<24}{}\n", 0, "yes", "Skyvora", "-");
@@ -59,15 +53,16 @@ void PrintVerdicts(const Report& report) {
   const auto failed =
       std::ranges::count(report.expectations, ExpectationResult::Failed, &ExpectationReport::result);
   fmt::print("expectations        {} ok, {} FAILED\n", held, failed + std::ssize(report.failedSteps));
+  for (const std::string& failure : report.otherFailures) fmt::print("{:<20}{}\n", "FAILED", failure);
 }
 
 }  // namespace
 
-void EnterPassTimes(FlightTotals& totals, std::vector<float>& passMicroseconds) {
-  std::ranges::sort(passMicroseconds);
-  totals.medianPassMicroseconds = Percentile(passMicroseconds, 50);
-  totals.p99PassMicroseconds = Percentile(passMicroseconds, 99);
-  totals.longestPassMicroseconds = Percentile(passMicroseconds, 100);
+void EnterPassTimes(FlightTotals& totals, const Histogram& passes) {
+  const auto microseconds = [](Nanoseconds time) { return static_cast<float>(time) / 1000.0F; };
+  totals.medianPassMicroseconds = microseconds(passes.Percentile(50));
+  totals.p99PassMicroseconds = microseconds(passes.Percentile(99));
+  totals.longestPassMicroseconds = microseconds(passes.Longest());
 }
 
 void PrintSummary(const Report& report) {

@@ -1,14 +1,12 @@
 // The summary at the end of a flight.
 #pragma once
 
-#include <vector>
-
+#include "report/Histogram.h"
 #include "report/Report.h"
 
 namespace sim {
 
-// Sorts the times.
-void EnterPassTimes(FlightTotals& totals, std::vector<float>& passMicroseconds);
+void EnterPassTimes(FlightTotals& totals, const Histogram& passes);
 
 // Prints it on standard output.
 void PrintSummary(const Report& report);
