@@ -32,7 +32,7 @@ class StHostCall {
   }
   ~StHostCall() noexcept(false) {
     const bool mayClose = !nested && !gWaitingModules.empty() && std::uncaught_exceptions() <= exceptions;
-    gDispatchedPlugin = savedPlugin;
+    VYRAStoreRunningCall(savedCall);
     gHostCall = outer;
     if (mayClose) VYRALoaderCloseWaitingModules();
   }
@@ -49,14 +49,14 @@ class StHostCall {
   // Apart, so that the call is ended in order when the closing of modules throws.
   explicit StHostCall(Begin begin)
       : outer(gHostCall),
-        savedPlugin(gDispatchedPlugin),
+        savedCall(VYRALoadRunningCall()),
         exceptions(begin.exceptions),
-        nested(outer != nullptr || VYRADispatchDepth() > 0) {
+        nested(outer != nullptr || VYRACallDepth(savedCall) > 0) {
     gHostCall = this;
   }
 
   const StHostCall* outer;
-  VYRAPluginID savedPlugin;
+  VYRACallWord savedCall;  // whole: a part that was just written would hold up the next reading of the whole
   int exceptions;
   bool nested;
 };

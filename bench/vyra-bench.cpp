@@ -20,6 +20,7 @@ using bench::Session;
 struct CommandLine {
   bool quick = false;
   int repetitions = 51;
+  std::size_t largest = 100'000;
   std::string only;
   std::string table;
   std::string json;
@@ -87,6 +88,7 @@ int RunCommandLine(int argc, char** argv) {
   app.add_option("--repetitions", line.repetitions, "How often everything is measured")
       ->check(CLI::Range(1, 1000))
       ->capture_default_str();
+  app.add_option("--largest", line.largest, "Leave out sizes above this")->capture_default_str();
   app.add_option("--only", line.only, "Run the measures whose name matches this regular expression");
   app.add_option("--table", line.table, "Write the table of ratios to this file, in Markdown");
   app.add_option("--json", line.json, "Write every result to this file");
@@ -94,7 +96,7 @@ int RunCommandLine(int argc, char** argv) {
   CLI11_PARSE(app, argc, argv);
 
   Session session(line.quick ? bench::SessionOptions{1, 0.001, 100}
-                             : bench::SessionOptions{line.repetitions, 0.005, 100'000});
+                             : bench::SessionOptions{line.repetitions, 0.005, line.largest});
   Run(session, line);
   Report(session, line);
   return 0;
