@@ -1,16 +1,21 @@
 // vyra-sim's command line. The exit codes stand in report/Report.h.
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 
 #include "CostArguments.h"
 #include "Run.h"
+#include "report/LastEnd.h"
 #include "report/Moment.h"
 #include "report/Report.h"
 
 namespace {
 
 constexpr double kMaxRate = 1000.0;
+constexpr double kStallLimit = 10.0;
+constexpr double kMaxStallLimit = 86400.0;
 
 constexpr const char* kExitCodes = R"(Exit codes of a flight:
   0  everything expected happened
@@ -37,6 +42,18 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
   run->add_option("--flight", options.flightFile, "What happens in the flight and what to expect (JSON)");
   run->add_option("--report", options.reportFile, "Write what came of the flight to this file (JSON)");
   run->add_flag("--realtime", options.realTime, "Fly in real time, not as fast as possible");
+  options.stallLimit = isatty(STDOUT_FILENO) != 0 ? 0.0 : kStallLimit;
+  run->add_option("--stall-limit", options.stallLimit,
+                  "End the flight when a call into a plugin lasts longer than so many seconds; 0 for never. "
+                  "Without it, 10 when standard output is no terminal")
+      ->check(CLI::Range(0.0, kMaxStallLimit));
+  run->add_flag("--core", options.wantsCore,
+                "Die of the signal that a plugin was hit by, and leave a core file");
+  run->add_flag("!--no-supervisor", options.isSupervised,
+                "Fly in this process itself. A crash then ends it without a report");
+  options.stateFolder = sim::DefaultStateFolder();
+  run->add_option("--state", options.stateFolder,
+                  "Remember in this folder which plugin ended a flight; empty for nowhere");
 
   sim::AddCostOptions(*run, options.costs);
 

@@ -16,6 +16,10 @@ struct FlightOptions {
   std::string reportFile;  // empty: none
   bool realTime = false;   // rather than as fast as possible
   CostOptions costs;
+  bool isSupervised = true;
+  double stallLimit = 0.0;  // seconds that a call into a plugin may take; 0 for any
+  bool wantsCore = false;   // a flight that crashes leaves a core file
+  std::string stateFolder;  // where a bad end is remembered; empty: nowhere
 };
 
 }  // namespace sim

@@ -1,17 +1,27 @@
 #include "Run.h"
 
+#include <fmt/format.h>
+
+#include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "InputError.h"
 #include "Session.h"
+#include "report/Clock.h"
 #include "report/CostRecord.h"
 #include "report/Costs.h"
+#include "report/EndText.h"
 #include "report/Event.h"
+#include "report/LastEnd.h"
 #include "report/Log.h"
 #include "report/ReportJson.h"
 #include "report/Summary.h"
+#include "supervise/Supervisor.h"
+#include "supervise/Unsupervised.h"
 #include "world/World.h"
 
 namespace sim {
@@ -41,6 +51,65 @@ Report EmptyReport(const FlightOptions& options, const Flight& flight) {
   return report;
 }
 
+// ---- Flying -------------------------------------------------------------------------------------------
+
+// A flight that ended badly, other than by an exception, of which the flight itself has told.
+void EnterBadEnd(const BadEnd& end, Report& report) {
+  fmt::print("{:<12}{}\n", MomentOf(end.culprit), DescribeEnd(end.result, end.culprit));
+  if (end.hasCulprit) return ApplyEvent(report, PluginEndedFlight{end.result, end.culprit});
+  if (!report.culprit) report.result = end.result;
+  report.otherFailures.push_back(end.culprit.message);
+}
+
+// In a process of its own.
+FlightEnd FlySupervised(const FlightOptions& options, Flight& flight, Log& log, CostRecord& costs,
+                        Report& report) {
+  const auto fly = [&](int lines) {
+    try {
+      TellEventsTo(lines);
+      Fly(options, std::move(flight), log, costs);
+      return kExitPassed;
+    } catch (const std::exception& error) {
+      fmt::print(stderr, "vyra-sim: {}\n", error.what());
+      return kExitWrongInput;
+    }
+  };
+  const auto takeLine = [&](std::string_view line) { ApplyEvent(report, EventFromLine(line)); };
+  FlightEnd end = Supervise({Seconds(options.stallLimit), options.wantsCore}, fly, takeLine);
+  if (end.badEnd) costs.CutShort(end.noticed);
+  if (end.badEnd && end.signal != SIGPIPE) EnterBadEnd(*end.badEnd, report);
+  if (end.exitCode != kExitPassed)
+    report.otherFailures.push_back(fmt::format("the flight's process ended with exit code {}", end.exitCode));
+  return end;
+}
+
+void Conclude(const FlightOptions& options, const CostRecord& costs, Report& report) {
+  costs.EnterIn(report);
+  SettleReport(report);
+  PrintSummary(report);
+  if (options.costs.wantsTable) PrintCosts(report);
+  if (!options.reportFile.empty()) WriteReport(report, options.reportFile);
+  const bool isRemembered =
+      !report.culprit || RememberEnd(options.stateFolder, gWorld.systemPath, report.result, *report.culprit);
+  if (!isRemembered)
+    fmt::print(stderr, "vyra-sim: cannot remember in {} how the flight ended\n", options.stateFolder);
+}
+
+// In this process. A plugin that exits it is told of on the way out.
+void FlyUnsupervised(const FlightOptions& options, Flight& flight, Log& log, CostRecord& costs,
+                     Report& report) {
+  static const FlightOptions* theOptions = &options;
+  static CostRecord* theCosts = &costs;
+  static Report* theReport = &report;
+  TellEventsTo(report);
+  FlyHere([&] { Fly(options, std::move(flight), log, costs); },
+          [](const BadEnd& end) {
+            theCosts->CutShort(ReadClock());
+            EnterBadEnd(end, *theReport);
+            Conclude(*theOptions, *theCosts, *theReport);
+          });
+}
+
 }  // namespace
 
 int Run(const FlightOptions& options) {
@@ -51,15 +120,19 @@ int Run(const FlightOptions& options) {
   Log log(options.logFile);
   CostRecord costs(options.costs, !options.reportFile.empty());
 
-  Report report = EmptyReport(options, flight);
-  TellEventsTo(report);
-  Fly(options, std::move(flight), log, costs);
-  costs.EnterIn(report);
+  if (const std::optional<LastEnd> last = TakeLastEnd(options.stateFolder, gWorld.systemPath))
+    fmt::print("{:<12}{}\n", "before", DescribeLastEnd(*last));
 
-  SettleReport(report);
-  PrintSummary(report);
-  if (options.costs.wantsTable) PrintCosts(report);
-  if (!options.reportFile.empty()) WriteReport(report, options.reportFile);
+  Report report = EmptyReport(options, flight);
+  FlightEnd end;
+  if (options.isSupervised && !IsTraced())
+    end = FlySupervised(options, flight, log, costs, report);
+  else
+    FlyUnsupervised(options, flight, log, costs, report);
+  if (end.signal == SIGPIPE) DieOf(SIGPIPE);                    // nobody reads any more
+  if (end.exitCode == kExitWrongInput) return kExitWrongInput;  // which the flight has told of
+  Conclude(options, costs, report);
+  if (options.wantsCore && end.signal != 0) DieOf(end.signal);
   return report.exitCode;
 }
 

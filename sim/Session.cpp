@@ -4,13 +4,15 @@
 #include <fmt/format.h>
 
 #include <chrono>
-#include <exception>
+#include <cstring>
+#include <optional>
 #include <thread>
 
 #include "VYRAHost.h"
 #include "VYRAProcessing.h"
 #include "flight/FlightRunner.h"
 #include "host/CostWatch.h"
+#include "host/FlightBoard.h"
 #include "host/Frame.h"
 #include "host/ObjectServices.h"
 #include "host/OwnDataRefs.h"
@@ -19,12 +21,15 @@
 #include "host/ServiceTable.h"
 #include "host/SystemServices.h"
 #include "report/CostRecord.h"
+#include "report/EndText.h"
 #include "report/Event.h"
 #include "report/Log.h"
 #include "report/Moment.h"
 #include "report/Narrator.h"
 #include "report/News.h"
 #include "report/Summary.h"
+#include "supervise/EndRequest.h"
+#include "supervise/ThrowNotes.h"
 #include "world/World.h"
 
 namespace sim {
@@ -45,6 +50,7 @@ struct FlightUnderWay {
 
 void RunFrame(int frame, double rate, FlightUnderWay& flight) {
   const int reloadsBefore = CountReloads();
+  gBoard->frame = frame;
   MeasureFrameBegin(frame);
   flight.runner.CarryOutSteps(frame);
   FlyFrame(frame, rate, flight.passes);
@@ -59,6 +65,10 @@ void RunFrame(int frame, double rate, FlightUnderWay& flight) {
 void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
   const auto start = std::chrono::steady_clock::now();
   for (int frame = 1; frame <= options.frames; ++frame) {
+    if (const int signal = EndRequestedBy(); signal != 0) {
+      flight.narrator.Tell(frame, fmt::format("SIG{} asks for the end of the flight", sigabbrev_np(signal)));
+      return;
+    }
     RunFrame(frame, options.rate, flight);
     flight.narrator.ShowProgress(frame, options.frames);
     if (options.realTime)
@@ -72,22 +82,16 @@ void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
 // now, while the module that threw it is still open.
 template <class Part>
 bool CameToItsEnd(Narrator& narrator, const Part& part) {
-  std::string reason = "an exception that is no std::exception";
   try {
     part();
     return true;
-  } catch (const std::exception& exception) {
-    reason = exception.what();
   } catch (...) {
-    // Any other type, of which nothing more is known.
+    const std::optional<Culprit> culprit = CulpritOfException();
+    if (!culprit) throw;  // it is the simulator's own
+    narrator.Tell(gWorld.frame, DescribeEnd(Result::Exception, *culprit));
+    TellEvent(PluginEndedFlight{.result = Result::Exception, .culprit = *culprit});
+    return false;
   }
-  narrator.ClearProgress();
-  fmt::print(stderr, "vyra-sim: an exception left the plugins in frame {}: {}\n", gWorld.frame, reason);
-  Culprit culprit;
-  culprit.frame = gWorld.frame;
-  culprit.message = "an exception left the plugins: " + reason;
-  TellEvent(PluginEndedFlight{.result = Result::Exception, .culprit = std::move(culprit)});
-  return false;
 }
 
 void TellPlugins() {
@@ -107,14 +111,15 @@ void TellPlugins() {
 void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
   VYRAHostServices services = MakeHostServices();
   const bool flown = CameToItsEnd(flight.narrator, [&] {
-    VYRAInitializePlugins(gWorld.systemPath.c_str(), &services, nullptr);
+    CallHook("VYRAInitializePlugins", VYRAInitializePlugins, gWorld.systemPath.c_str(), &services, nullptr);
     fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
     StartAiPlanes();
     RunFrames(options, flight);
   });
   TellPlugins();
   flight.totals.passes = VYRAGetCycleNumber();
-  const bool shutDown = CameToItsEnd(flight.narrator, VYRAShutdownPlugins);
+  const bool shutDown =
+      CameToItsEnd(flight.narrator, [] { CallHook("VYRAShutdownPlugins", VYRAShutdownPlugins); });
   FinishAllLoads();
   WatchAiPlanes();
   TellNews(kAfterShutdown, flight.narrator);

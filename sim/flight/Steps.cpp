@@ -10,6 +10,7 @@
 
 #include "VYRAHost.h"
 #include "host/CommandServices.h"
+#include "host/FlightBoard.h"
 #include "host/MenuServices.h"
 #include "host/PluginList.h"
 #include "report/Activity.h"
@@ -22,7 +23,8 @@ namespace {
 void* const kUsersPlane = nullptr;  // plane 0, as an event's parameter
 
 void SendEvent(int event, void* param) {
-  VYRAEventHook(event, param, nullptr, static_cast<float>(gWorld.elapsedSeconds), 0.0F);
+  CallHook("VYRAEventHook", VYRAEventHook, event, param, nullptr, static_cast<float>(gWorld.elapsedSeconds),
+           0.0F);
 }
 
 std::string AircraftName() { return std::filesystem::path(gWorld.modelPath).stem().string(); }
@@ -63,7 +65,8 @@ struct Performer {
   Outcome operator()(SendMessage& step) const {
     const VYRAPluginID plugin = VYRAFindPluginBySignature(step.signature.c_str());
     if (plugin == VYRA_NO_PLUGIN) return {false, fmt::format("no plugin {} for a message", step.signature)};
-    VYRASendMessageToPlugin(plugin, step.message, step.text ? step.text->data() : nullptr);
+    CallHook("VYRASendMessageToPlugin", VYRASendMessageToPlugin, plugin, step.message,
+             step.text ? step.text->data() : nullptr);
     return {true, fmt::format("message {} sent to {}", step.message, step.signature)};
   }
 
@@ -82,15 +85,16 @@ struct Performer {
     gScreen.mouseX = step.x;
     gScreen.mouseY = step.y;
     ++gActivity.clicks;
-    const bool isTaken = VYRAMouseClickHook(step.x, step.y, 1) == 0;
-    VYRAMouseClickHook(step.x, step.y, 0);
+    const bool isTaken = CallHook("VYRAMouseClickHook", VYRAMouseClickHook, step.x, step.y, 1) == 0;
+    CallHook("VYRAMouseClickHook", VYRAMouseClickHook, step.x, step.y, 0);
     return {true, fmt::format("click at {}, {}: {}", step.x, step.y, TakenBy(isTaken, "a window"))};
   }
 
   Outcome operator()(const PressKey& step) const {
     ++gActivity.keys;
     const int virtualKey = std::toupper(static_cast<unsigned char>(step.key));
-    const bool isTaken = VYRAKeyPressHook(step.key, step.flags, virtualKey) == 0;
+    const bool isTaken =
+        CallHook("VYRAKeyPressHook", VYRAKeyPressHook, step.key, step.flags, virtualKey) == 0;
     return {true, fmt::format("key {}: {}", step.key, TakenBy(isTaken, "a plugin"))};
   }
 

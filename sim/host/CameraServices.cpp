@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "host/FlightBoard.h"
 #include "report/Activity.h"
 #include "report/News.h"
 #include "world/Terrain.h"
@@ -57,8 +58,8 @@ void FillCameraServices(VYRAHostServices& services) {
 
 void AskCamera() {
   VYRACameraPosition camera = ChaseCamera();
-  const int answer = VYRACameraHook(&camera.x, &camera.y, &camera.z, &camera.pitch, &camera.heading,
-                                    &camera.roll, &camera.zoom);
+  const int answer = CallHook("VYRACameraHook", VYRACameraHook, &camera.x, &camera.y, &camera.z,
+                              &camera.pitch, &camera.heading, &camera.roll, &camera.zoom);
   gCamera = camera;
   NoteTaking(answer != 1);
 }

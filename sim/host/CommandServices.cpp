@@ -6,6 +6,7 @@
 #include <deque>
 #include <vector>
 
+#include "host/FlightBoard.h"
 #include "report/Activity.h"
 #include "world/World.h"
 
@@ -43,9 +44,9 @@ void GoThrough(VYRACommandRef reference, Phase phase) {
   const int isBegin = phase == Phase::Begin ? 1 : 0;
   const int isEnd = phase == Phase::End ? 1 : 0;
   float& throttle = gWorld.aircraft.throttleRatio;
-  if (VYRACommandHook(reference, isBegin, isEnd, 1) != 0 && phase != Phase::End)
+  if (CallHook("VYRACommandHook", VYRACommandHook, reference, isBegin, isEnd, 1) != 0 && phase != Phase::End)
     throttle = std::clamp(throttle + command->throttlePerPhase, 0.0F, 1.0F);
-  VYRACommandHook(reference, isBegin, isEnd, 0);
+  CallHook("VYRACommandHook", VYRACommandHook, reference, isBegin, isEnd, 0);
 }
 
 }  // namespace

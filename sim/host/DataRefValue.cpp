@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "VYRADataAccess.h"
+#include "host/FlightBoard.h"
 
 namespace sim {
 namespace {
@@ -77,11 +78,7 @@ bool WriteText(VYRADataRef dataRef, VYRADataTypeID types, std::string text) {
   return true;
 }
 
-}  // namespace
-
-std::optional<DataRefValue> ReadDataRef(const std::string& name) {
-  const VYRADataRef dataRef = VYRAFindDataRef(name.c_str());
-  if (dataRef == nullptr) return std::nullopt;
+std::optional<DataRefValue> Read(VYRADataRef dataRef) {
   const VYRADataTypeID types = VYRAGetDataRefTypes(dataRef);
   if ((types & VYRA_TYPE_DOUBLE) != 0) return VYRAGetDatad(dataRef);
   if ((types & VYRA_TYPE_FLOAT) != 0) return static_cast<double>(VYRAGetDataf(dataRef));
@@ -92,18 +89,28 @@ std::optional<DataRefValue> ReadDataRef(const std::string& name) {
   return std::nullopt;
 }
 
+// False when the dataref has another type.
+bool Write(VYRADataRef dataRef, const DataRefValue& value) {
+  const VYRADataTypeID types = VYRAGetDataRefTypes(dataRef);
+  if (const auto* const number = std::get_if<double>(&value)) return WriteNumber(dataRef, types, *number);
+  if (const auto* const numbers = std::get_if<std::vector<double>>(&value))
+    return WriteNumbers(dataRef, types, *numbers);
+  return WriteText(dataRef, types, std::get<std::string>(value));
+}
+
+}  // namespace
+
+std::optional<DataRefValue> ReadDataRef(const std::string& name) {
+  const VYRADataRef dataRef = VYRAFindDataRef(name.c_str());
+  if (dataRef == nullptr) return std::nullopt;
+  return CallHook("VYRAGetData", [dataRef] { return Read(dataRef); });
+}
+
 std::string WriteDataRef(const std::string& name, const DataRefValue& value) {
   const VYRADataRef dataRef = VYRAFindDataRef(name.c_str());
   if (dataRef == nullptr) return "nobody publishes it";
   if (VYRACanWriteDataRef(dataRef) == 0) return "it is not writable";
-  const VYRADataTypeID types = VYRAGetDataRefTypes(dataRef);
-  bool fits = false;
-  if (const auto* const number = std::get_if<double>(&value))
-    fits = WriteNumber(dataRef, types, *number);
-  else if (const auto* const numbers = std::get_if<std::vector<double>>(&value))
-    fits = WriteNumbers(dataRef, types, *numbers);
-  else
-    fits = WriteText(dataRef, types, std::get<std::string>(value));
+  const bool fits = CallHook("VYRASetData", [&] { return Write(dataRef, value); });
   return fits ? "" : "it has another type";
 }
 

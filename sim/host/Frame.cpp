@@ -3,6 +3,7 @@
 #include "VYRAHost.h"
 #include "host/CameraServices.h"
 #include "host/CommandServices.h"
+#include "host/FlightBoard.h"
 #include "host/ObjectServices.h"
 #include "host/PlaneServices.h"
 #include "host/ScreenServices.h"
@@ -14,7 +15,8 @@ namespace {
 
 void RunPass(int event, Histogram& passes) {
   const Nanoseconds start = ReadClock();
-  VYRAEventHook(event, nullptr, nullptr, static_cast<float>(gWorld.elapsedSeconds), 0.0F);
+  CallHook("VYRAEventHook", VYRAEventHook, event, nullptr, nullptr, static_cast<float>(gWorld.elapsedSeconds),
+           0.0F);
   passes.Add(ReadClock() - start);
 }
 
@@ -27,7 +29,7 @@ void FlyFrame(int frame, double rate, Histogram& passes) {
   FinishLoads();
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_0, passes);
   ContinueHeldCommands();
-  VYRAEventHook(VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);
+  CallHook("VYRAEventHook", VYRAEventHook, VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);
   AskCamera();
   DrawFrame();
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_1, passes);

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <vector>
 
+#include "host/FlightBoard.h"
 #include "report/Activity.h"
 
 namespace sim {
@@ -103,7 +104,7 @@ std::string PickMenuItem(const std::string& way) {
   const std::optional<Place> place = Find(way);
   if (!place) return "there is no such item";
   if (VYRAMenuItemEnabled(place->menu, place->position) == 0) return "it is disabled";
-  if (VYRAMenuHook(ItemAt(*place)->number) != 0) return "no plugin knows it";
+  if (CallHook("VYRAMenuHook", VYRAMenuHook, ItemAt(*place)->number) != 0) return "no plugin knows it";
   ++gActivity.menuPicks;
   return "";
 }

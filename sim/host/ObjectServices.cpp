@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/FlightBoard.h"
 #include "report/Activity.h"
 #include "report/News.h"
 #include "world/Objects.h"
@@ -43,7 +44,7 @@ void Finish(const PendingLoad& load) {
   const VYRAObjectRef object = Load(load.path.c_str());
   gNews.push_back(fmt::format("object {} {}", ObjectFile(load.path).filename().string(),
                               object != nullptr ? "loaded in the background" : "could not be loaded"));
-  load.completion(object, load.delivery);
+  CallHook("completion of LoadObjectAsync", load.completion, object, load.delivery);
 }
 
 }  // namespace

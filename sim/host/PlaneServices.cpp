@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "VYRAPlanes.h"
+#include "host/FlightBoard.h"
 #include "host/OwnDataRefs.h"
 #include "host/PluginList.h"
 #include "report/Activity.h"
@@ -78,7 +79,7 @@ void PublishPlaneSwitches() {
 }
 
 void StartAiPlanes() {
-  VYRAGetNumberPlanesToHandle(kPlaneCount, 0);
+  CallHook("VYRAGetNumberPlanesToHandle", VYRAGetNumberPlanesToHandle, kPlaneCount, 0);
   for (int plane = 1; plane < kPlaneCount; ++plane) LoadModel(plane);
 }
 
@@ -87,7 +88,7 @@ void WatchAiPlanes() {
   VYRACountAircraft(nullptr, nullptr, &owner);
   if (owner == gOwner) return;
   gOwner = owner;
-  const int active = VYRAGetNumberPlanesToHandle(kPlaneCount, 0);
+  const int active = CallHook("VYRAGetNumberPlanesToHandle", VYRAGetNumberPlanesToHandle, kPlaneCount, 0);
   for (int plane = 1; plane < kPlaneCount; ++plane) LoadModel(plane);
   if (owner == VYRA_NO_PLUGIN) {
     ++gActivity.planesReturns;

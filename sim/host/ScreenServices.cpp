@@ -7,6 +7,7 @@
 #include <cstring>
 #include <utility>
 
+#include "host/FlightBoard.h"
 #include "report/Activity.h"
 #include "view/Screen.h"
 
@@ -64,10 +65,10 @@ void FillScreenServices(VYRAHostServices& services) {
 void DrawFrame() {
   gScreen.texts.clear();
   for (int step = 1; step <= kLastDrawingStep; ++step) {
-    VYRADoDrawingHook(step, 0);
+    CallHook("VYRADoDrawingHook", VYRADoDrawingHook, step, 0);
     // Here and nowhere later, before anything else calls plugins: the step has walked the windows from the
     // back, and until they are walked from the front a new window would hide all but the back-most one.
-    if (step == kWindowStep) VYRACursorHook(gScreen.mouseX, gScreen.mouseY);
+    if (step == kWindowStep) CallHook("VYRACursorHook", VYRACursorHook, gScreen.mouseX, gScreen.mouseY);
   }
 }
 

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "InputError.h"
-#include "report/Clock.h"
 #include "report/CostMeter.h"
 #include "report/Costs.h"
 
@@ -21,8 +20,8 @@ CostRecord::CostRecord(const CostOptions& options, bool wantsReport)
   if (block->isTracing) trace.emplace(options.traceFile);
 }
 
-void CostRecord::CutShort() {
-  sim::CutShort(*block, ReadClock());
+void CostRecord::CutShort(Nanoseconds then) {
+  sim::CutShort(*block, then);
   if (trace) trace->End(*block);
 }
 

@@ -24,8 +24,8 @@ class CostRecord {
   CostBlock& Block() { return *block; }
   TraceFile* Trace() { return trace ? &*trace : nullptr; }
 
-  // Ends the record of a flight whose process has died: the calls that it was in end now.
-  void CutShort();
+  // Ends the record of a flight whose process has died: the calls that it was in end then.
+  void CutShort(Nanoseconds then);
 
   // The costs, when they were measured, and what of them fails the flight.
   void EnterIn(Report& report) const;

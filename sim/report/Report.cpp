@@ -48,7 +48,7 @@ std::vector<std::string> WhyNotPassed(const Report& report) {
 }
 
 void SettleReport(Report& report) {
-  if (report.culprit) {
+  if (report.result > Result::Failed) {
     report.exitCode = kExitPluginEndedFlight;
     return;
   }

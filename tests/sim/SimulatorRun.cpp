@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,6 +37,9 @@ std::string ReadFile(const fs::path& path) {
   const int error = open((files / "error").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   dup2(output, STDOUT_FILENO);
   dup2(error, STDERR_FILENO);
+  setenv("XDG_STATE_HOME", files.c_str(), 1);
+  const rlimit noCore = {0, 0};
+  setrlimit(RLIMIT_CORE, &noCore);
   alarm(kMostSeconds);
   execv(pointers.front(), pointers.data());
   _exit(127);

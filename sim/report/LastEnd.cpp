@@ -1,0 +1,85 @@
+#include "report/LastEnd.h"
+
+#include <fmt/chrono.h>
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <system_error>
+
+#include "report/ReportJson.h"
+
+namespace sim {
+
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(LastEnd, date, result, name, signature, path, call)
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The same in each start of the program, and different for nearly all folders (FNV-1a).
+std::uint64_t Hash(const std::string& text) {
+  std::uint64_t hash = 14695981039346656037U;
+  for (const unsigned char byte : text) hash = (hash ^ byte) * 1099511628211U;
+  return hash;
+}
+
+fs::path FileOf(const std::string& stateFolder, const std::string& systemPath) {
+  return fs::path(stateFolder) / fmt::format("last-end-{:016x}.json", Hash(systemPath));
+}
+
+std::string Variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+}  // namespace
+
+std::string DefaultStateFolder() {
+  if (const std::string folder = Variable("XDG_STATE_HOME"); !folder.empty()) return folder + "/vyra-sim";
+  const std::string home = Variable("HOME");
+  return home.empty() ? "" : home + "/.local/state/vyra-sim";
+}
+
+std::optional<LastEnd> TakeLastEnd(const std::string& stateFolder, const std::string& systemPath) {
+  if (stateFolder.empty()) return std::nullopt;
+  const fs::path path = FileOf(stateFolder, systemPath);
+  std::ifstream file(path);
+  if (!file) return std::nullopt;
+  std::error_code error;
+  fs::remove(path, error);
+  try {
+    return nlohmann::json::parse(file).get<LastEnd>();
+  } catch (const nlohmann::json::exception&) {
+    return std::nullopt;  // somebody else's, or cut short: nothing that the user can mend
+  }
+}
+
+bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, Result result,
+                 const Culprit& culprit) {
+  if (stateFolder.empty()) return true;
+  std::error_code error;
+  fs::create_directories(stateFolder, error);
+  const LastEnd end = {fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(std::time(nullptr))),
+                       Name(result),
+                       culprit.name,
+                       culprit.signature,
+                       culprit.path,
+                       culprit.call};
+  std::ofstream file(FileOf(stateFolder, systemPath));
+  file << ToText(end, 2) << '\n';
+  file.close();
+  return !file.fail();
+}
+
+std::string DescribeLastEnd(const LastEnd& end) {
+  const std::string pattern = !end.signature.empty() ? end.signature : end.path;
+  return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin: --skip {}", end.date,
+                     end.result, end.name, end.call.empty() ? "" : ", " + end.call, pattern);
+}
+
+}  // namespace sim

@@ -1,0 +1,93 @@
+// The program has a __cxa_throw of its own, which the dynamic linker gives to plugins as well, in place of
+// the C++ library's. A plugin that brings its own C++ library along does without it: then the outermost
+// plugin that was called is named.
+#include "supervise/ThrowNotes.h"
+
+#include <cxxabi.h>
+#include <dlfcn.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <thread>
+#include <typeinfo>
+
+#include "host/FlightBoard.h"
+#include "supervise/Blame.h"
+#include "supervise/FaultHandler.h"
+
+namespace sim {
+namespace {
+
+void* gLastThrown = nullptr;
+const std::thread::id gMainThread = std::this_thread::get_id();
+
+std::string TypeName(const std::type_info& type) {
+  int status = 0;
+  const std::unique_ptr<char, decltype(&std::free)> name(
+      abi::__cxa_demangle(type.name(), nullptr, nullptr, &status), std::free);
+  return name != nullptr ? name.get() : type.name();
+}
+
+std::string DescribeException() {
+  const std::type_info* const type = abi::__cxa_current_exception_type();
+  if (type == nullptr) return "an exception that is not C++'s left it";
+  try {
+    throw;
+  } catch (const std::exception& exception) {
+    return fmt::format("an exception left it: {}: {}", TypeName(*type), exception.what());
+  } catch (...) {
+    return fmt::format("an exception left it: {}", TypeName(*type));
+  }
+}
+
+// The address of the object that is being handled.
+const void* CurrentException() {
+  const std::exception_ptr exception = std::current_exception();
+  const void* object = nullptr;
+  static_assert(sizeof(exception) == sizeof(object));
+  std::memcpy(&object, &exception, sizeof(object));
+  return object;
+}
+
+using Throw_f = void (*)(void*, void*, void (*)(void*));
+
+[[noreturn]] void ThrowOn(void* exception, void* type, void (*destructor)(void*)) {
+  static const auto throwInLibrary = reinterpret_cast<Throw_f>(dlsym(RTLD_NEXT, "__cxa_throw"));
+  throwInLibrary(exception, type, destructor);
+  std::abort();  // it does not return
+}
+
+}  // namespace
+
+std::optional<Culprit> CulpritOfException() {
+  if (gBoard->hook.name == nullptr) return std::nullopt;
+  const std::string what = DescribeException();
+  BadEnd end;
+  if (gLastThrown != nullptr && CurrentException() == gLastThrown) {
+    end = Blame(EvidenceOf(getpid(), gBoard->lastThrow), Result::Exception, what);
+  }
+  if (!end.hasCulprit) {
+    end.culprit = DescribeCall(*gBoard, 0);
+    end.culprit.message = what;
+  }
+  end.culprit.hook = HookText(gBoard->hook);
+  gBoard->hook = {};
+  return end.culprit;
+}
+
+}  // namespace sim
+
+// NOLINTBEGIN(readability-identifier-naming): the name is the C++ ABI's
+extern "C" [[noreturn, gnu::visibility("default")]] void __cxa_throw(void* exception, void* type,
+                                                                     void (*destructor)(void*)) {
+  if (std::this_thread::get_id() == sim::gMainThread) {
+    sim::gLastThrown = exception;
+    sim::NoteThrow();
+  }
+  sim::ThrowOn(exception, type, destructor);
+}
+// NOLINTEND(readability-identifier-naming)
