@@ -58,8 +58,13 @@ double MedianRatio(const Result& above, const Result& below) {
 void Session::Compare(const std::string& measure, std::size_t size, std::size_t units,
                       const std::vector<Contender>& contenders) {
   std::vector<Contender> present;
-  std::copy_if(contenders.begin(), contenders.end(), std::back_inserter(present),
-               [](const Contender& contender) { return static_cast<bool>(contender.loop); });
+  for (const Contender& contender : contenders) {
+    if (contender.loop) {
+      present.push_back(contender);
+    } else {
+      leftOut.emplace(measure, contender.name);
+    }
+  }
   const std::size_t first = results.size();
   for (const Contender& contender : present) results.push_back({measure, size, contender.name, "ns", {}});
 
@@ -102,6 +107,15 @@ const Result* Session::Find(const std::string& measure, std::size_t size,
     return result.measure == measure && result.size == size && result.contender == contender;
   });
   return found != results.end() ? &*found : nullptr;
+}
+
+bool Session::Ran(const std::string& measure) const {
+  return std::any_of(results.begin(), results.end(),
+                     [&](const Result& result) { return result.measure == measure; });
+}
+
+bool Session::WasLeftOut(const std::string& measure, const std::string& contender) const {
+  return leftOut.contains({measure, contender});
 }
 
 }  // namespace bench

@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace bench {
@@ -62,9 +64,14 @@ class Session {
   const std::vector<Result>& Results() const { return results; }
   const Result* Find(const std::string& measure, std::size_t size, const std::string& contender) const;
 
+  // Whether a measure was taken, at whichever size; and whether a contender of it did not take part.
+  bool Ran(const std::string& measure) const;
+  bool WasLeftOut(const std::string& measure, const std::string& contender) const;
+
  private:
   SessionOptions options;
   std::vector<Result> results;
+  std::set<std::pair<std::string, std::string>> leftOut;  // measures, and contenders of them
 };
 
 }  // namespace bench

@@ -1,5 +1,9 @@
 #include "Targets.h"
 
+#include <fmt/core.h>
+
+#include <stdexcept>
+
 #include "measures/Measures.h"
 
 namespace bench {
@@ -8,8 +12,22 @@ namespace {
 
 constexpr double kFrameNanoseconds = 1e9 / 60;
 
-std::optional<Verdict> JudgeRow(const Session& session, const Target& target) {
-  const Result* library = session.Find(target.measure, target.size, kLibrary);
+// The result that a row needs. Null where the session could not have it: the contender is a peer that
+// vyra-bench was built without, or the size or the measure was left out of the run. A row that no run could
+// ever fill is a mistake in the list of targets.
+const Result* FindFor(const Target& target, std::size_t size, const std::string& contender,
+                      const Session& session, Extent extent) {
+  const Result* result = session.Find(target.measure, size, contender);
+  if (result != nullptr || session.WasLeftOut(target.measure, contender)) return result;
+  const bool measureRan = session.Ran(target.measure);
+  if (!measureRan && extent == Extent::someMeasures) return nullptr;
+  if (measureRan && size > session.Options().largest) return nullptr;
+  throw std::logic_error(fmt::format("the target \"{}\" has no measure: nothing took \"{}\" of {} at size {}",
+                                     target.work, target.measure, contender, size));
+}
+
+std::optional<Verdict> JudgeRow(const Session& session, const Target& target, Extent extent) {
+  const Result* library = FindFor(target, target.size, kLibrary, session, extent);
   if (library == nullptr) return std::nullopt;
   Verdict verdict{target, library->Median(), target.bound, library->unit, 0, false};
   if (target.against.empty()) {
@@ -18,7 +36,7 @@ std::optional<Verdict> JudgeRow(const Session& session, const Target& target) {
     return verdict;
   }
   const std::size_t otherSize = target.otherSize != 0 ? target.otherSize : target.size;
-  const Result* other = session.Find(target.measure, otherSize, target.against);
+  const Result* other = FindFor(target, otherSize, target.against, session, extent);
   if (other == nullptr) return std::nullopt;
   verdict.yardstick = other->Median();
   verdict.ratio = MedianRatio(*library, *other);
@@ -71,10 +89,10 @@ const std::vector<Target>& Targets() {
   return targets;
 }
 
-std::vector<Verdict> Judge(const Session& session) {
+std::vector<Verdict> Judge(const Session& session, Extent extent) {
   std::vector<Verdict> verdicts;
   for (const Target& target : Targets()) {
-    if (const auto verdict = JudgeRow(session, target)) verdicts.push_back(*verdict);
+    if (const auto verdict = JudgeRow(session, target, extent)) verdicts.push_back(*verdict);
   }
   return verdicts;
 }

@@ -31,7 +31,10 @@ struct Verdict {
 
 const std::vector<Target>& Targets();
 
-// The rows whose contenders took part in a session.
-std::vector<Verdict> Judge(const Session& session);
+// What a session was asked to run.
+enum class Extent { everyMeasure, someMeasures };
+
+// The rows whose contenders took part in a session. Throws for a target that no session could judge.
+std::vector<Verdict> Judge(const Session& session, Extent extent);
 
 }  // namespace bench

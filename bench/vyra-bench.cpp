@@ -73,7 +73,8 @@ void Run(Session& session, const CommandLine& line) {
 
 void Report(const Session& session, const CommandLine& line) {
   const bench::Machine machine = bench::DescribeMachine();
-  const std::vector<bench::Verdict> verdicts = bench::Judge(session);
+  const std::vector<bench::Verdict> verdicts =
+      bench::Judge(session, line.only.empty() ? bench::Extent::everyMeasure : bench::Extent::someMeasures);
   const std::string table = bench::MakeTable(machine, verdicts);
   fmt::print("\n{}", table);
   if (!line.table.empty()) bench::WriteText(line.table, table);
