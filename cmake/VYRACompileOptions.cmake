@@ -16,3 +16,10 @@ if(VYRA_SANITIZERS)
   # A sanitizer sees what becomes of records only when each is an allocation of its own.
   target_compile_definitions(vyra_compile_options INTERFACE VYRA_RECORDS_FROM_HEAP)
 endif()
+
+# Checks of iterators and indices in the standard library's containers, which then are other types: libraries
+# that share such types with this project must be built with them, too. See tests/CMakeLists.txt.
+option(VYRA_STD_DEBUG "Build with the checks of the standard library's debug mode" OFF)
+if(VYRA_STD_DEBUG)
+  target_compile_definitions(vyra_compile_options INTERFACE _GLIBCXX_DEBUG)
+endif()
