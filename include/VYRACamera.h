@@ -8,15 +8,16 @@
 
 VYRA_BEGIN_DECLARATIONS
 
-/* A camera: seven floats that the library moves between host and plugin without looking at them. */
+/* A camera: seven floats that the library moves between host and plugin without looking at them. Their units,
+ * and what the angles and the zoom count from, are the host's to define. */
 typedef struct VYRACameraPosition {
-  float x; /* position, local metres */
+  float x; /* position, in the host's local coordinates */
   float y;
   float z;
-  float pitch; /* degrees */
+  float pitch; /* angles */
   float heading;
   float roll;
-  float zoom; /* magnification, 1 is none */
+  float zoom;
 } VYRACameraPosition;
 
 VYRA_LAYOUT_ASSERT(CameraPositionIs28Bytes, sizeof(VYRACameraPosition) == 28);

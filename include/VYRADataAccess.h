@@ -31,8 +31,8 @@ typedef int VYRADataTypeID;
 VYRA_API VYRADataRef VYRAFindDataRef(const char* name);
 
 /**
- * 1 when the handle is one that the library gave out and somebody publishes it now, else 0. The only
- * function that checks a handle: any pointer may be passed.
+ * 1 when the handle is one that the library gave out and somebody publishes it now, else 0. Any pointer may
+ * be passed, here and to VYRAUnregisterDataAccessor; every other function trusts a handle that is not null.
  */
 VYRA_API int VYRAIsDataRefGood(VYRADataRef dataRef);
 
@@ -135,7 +135,8 @@ typedef void (*VYRADataChanged_f)(void* refcon);
  *
  * name: the dataref's name, copied; null gives 0. type: exactly one type bit. An array starts with one
  * element and data with one byte; both grow with writes past their end and never shrink; new space is
- * zero. callback: called after each write, or null to join without being told. refcon: passed to it.
+ * zero. A write for which there is no memory changes nothing and tells nobody. callback: called after each
+ * write, or null to join without being told. refcon: passed to it.
  *
  * Result: 1, or 0 when the item exists with another type. Joining twice with the same callback and
  * refcon subscribes twice.

@@ -2,9 +2,18 @@
  * VYRADefs.h: what every header of the interface shares: the export macros, the opaque handles and the
  * plugin ID. Plain C99; include it through the header of the family that you use.
  *
- * Everything in this interface runs on the simulator's main thread. No function may be called from
- * another thread, and none throws or returns an error code: misuse is reported in a sentence to the
- * calling plugin's error callback (VYRASetErrorCallback, VYRAPlugin.h) and otherwise has no effect.
+ * Everything in this interface runs on the simulator's main thread, and no function may be called from
+ * another one, unless it says so. None returns an error code: misuse is reported in a sentence to the calling
+ * plugin's error callback (VYRASetErrorCallback, VYRAPlugin.h) and otherwise has no effect.
+ *
+ * Exceptions of C++. The library throws none of its own while memory lasts, and keeps none to itself: one
+ * that a callback lets out passes through the library, and through the plugin or the service of the host
+ * whose call led to the callback, on its way to the call of the host that began it all. What that call still
+ * had to do for others is not done; otherwise the library is left as if the callback had returned, so that
+ * the next frame can be flown, and a shutdown, an unloading or a reload goes on where it ended when it is
+ * called again. So a plugin should let none out. A host catches them around its calls into the library, and
+ * looks at them there, as an exception's type may lie in the module that threw it; a host in C ends with one.
+ * Services of the host and functions of a watcher throw none of their own.
  */
 #ifndef VYRA_DEFS_H
 #define VYRA_DEFS_H

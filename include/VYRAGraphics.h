@@ -1,7 +1,8 @@
 /*
  * VYRAGraphics.h: the host's drawing state, textures, coordinates and text. Every function hands its
- * arguments to the host as they are: what values, numbers and null pointers mean, and which are refused, is
- * the host's to say. May be called once the library was started; functions that draw, from draw callbacks.
+ * arguments to the host as they are: what values, numbers and null pointers mean, in which units, and which
+ * are refused, is the host's to say. May be called once the library was started; functions that draw, from
+ * draw callbacks.
  */
 #ifndef VYRA_GRAPHICS_H
 #define VYRA_GRAPHICS_H
@@ -23,21 +24,24 @@ VYRA_API void VYRAGenerateTextureNumbers(int* outTextureIds, int count);
 /** The number of one of the host's own textures. */
 VYRA_API int VYRAGetTexture(int textureId);
 
-/** Degrees and metres to local metres. */
+/** From the world's coordinates to local ones. outX, outY, outZ: one double each. */
 VYRA_API void VYRAWorldToLocal(double latitude, double longitude, double altitude, double* outX, double* outY,
                                double* outZ);
 
-/** Local metres to degrees and metres. */
+/** From local coordinates to the world's. outLatitude, outLongitude, outAltitude: one double each. */
 VYRA_API void VYRALocalToWorld(double x, double y, double z, double* outLatitude, double* outLongitude,
                                double* outAltitude);
 
 /** A dark box behind text; edges in screen pixels, y upward. */
 VYRA_API void VYRADrawTranslucentDarkBox(int left, int top, int right, int bottom);
 
-/** Draws text. colorRgb holds 3 floats from 0 to 1; x, y in pixels; wordWrapWidth is null or in pixels. */
+/** Draws text at a pixel. colorRgb holds 3 floats; wordWrapWidth is null, or points to a width in pixels. */
 VYRA_API void VYRADrawString(float* colorRgb, int x, int y, char* text, int* wordWrapWidth, int fontId);
 
-/** Draws a number with so many digits before and decimals after the point; showSign is 0 or 1. */
+/**
+ * Draws a number at a pixel, with so many digits before and decimals behind the point; showSign is 0 or 1.
+ * colorRgb holds 3 floats.
+ */
 VYRA_API void VYRADrawNumber(float* colorRgb, int x, int y, double value, int digits, int decimals,
                              int showSign, int fontId);
 

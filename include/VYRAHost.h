@@ -7,8 +7,7 @@
  *   2. Fill every slot of a VYRAHostServices and call VYRAInitializePlugins once.
  *   3. Call events and hooks, always from the thread that called VYRAInitializePlugins.
  *   4. Call VYRAShutdownPlugins once before the simulator goes.
- * A plugin's C++ exception that leaves a callback passes through these functions to the simulator, with
- * the library's own state in order; the library catches none. The services themselves must not throw.
+ * A plugin's C++ exception may come out of any of these functions: VYRADefs.h says what holds then.
  *
  * An event may be called from inside a service, while a plugin's code is running: plugins may be loaded
  * and unloaded that way, but the modules of unloaded ones stay in memory until the outermost call into
@@ -33,9 +32,18 @@ typedef void (*VYRAObjectLoaded_f)(VYRAObjectRef object, void* delivery);
 /**
  * Everything that the library needs from the simulator: a header of two words and 70 functions, called on
  * the main thread. Every slot must be filled; none is checked for null. The table is not copied and must
- * outlive the library's use of it. Texts are terminated, UTF-8 unless a service says otherwise, and
- * valid during the call only. Unless a service says otherwise, the pointers and values of slots 3 to 12,
- * 15, 19 to 22, 27, 34 to 51, 60, 61 and 66 are a plugin's own arguments, passed on unchecked.
+ * outlive the library's use of it. A service throws nothing of its own (VYRADefs.h tells of exceptions), and
+ * may lead to any event or hook.
+ *
+ * What a service may rely on is said of its pointers in one notation:
+ *
+ *   name!     never null
+ *   name?     a plugin's own pointer, passed on unchecked: null, and whatever else the plugin gave
+ *   name[N]   points to N of its type; a plugin's own does where the plugin keeps to its headers
+ *
+ * Texts are terminated, UTF-8 unless a service says otherwise, and valid during the call only. Numbers and
+ * handles come from plugins unchecked, negative and unknown ones too, unless a service says otherwise. Units
+ * are the simulator's to define and to tell the authors of plugins.
  */
 struct VYRAHostServices {
   /* Revision of the table: above 2, ShowMessage is called; above 3, ShowLoadingStatus as well. */
@@ -43,148 +51,195 @@ struct VYRAHostServices {
   /* The simulator's version: above 567, DestroyMenu and ReinitUsersPlane are called. */
   int hostVersion;
 
-  /* 1: size of the screen in pixels. */
+  /* 1: the size of the screen in pixels. outWidth?, outHeight?. */
   void (*GetScreenSize)(int* outWidth, int* outHeight);
-  /* 2: position of the mouse in pixels, y upward; flag is 1 when a plugin asks, 0 when the library does. */
+  /* 2: the position of the mouse in pixels, y upward. flag is 1 when a plugin asks: outX?, outY?; 0 when the
+   * library does: outX!, outY!. */
   void (*GetMouseLocation)(int* outX, int* outY, int flag);
-  /* 3: the host's seven drawing-state switches. */
+  /* 3: sets the host's seven drawing-state switches. */
   void (*SetGraphicsState)(int switch1, int switch2, int switch3, int switch4, int switch5, int switch6,
                            int switch7);
-  /* 4: */
+  /* 4: binds a texture to a texture unit. */
   void (*BindTexture2d)(int textureNumber, int textureUnit);
-  /* 5: outTextureIds holds count ints. */
+  /* 5: makes `count` texture numbers. outTextureIds?[count]. */
   void (*GenerateTextureNumbers)(int* outTextureIds, int count);
-  /* 6: one of the host's own textures. */
+  /* 6: the number of one of the host's own textures. */
   int (*GetTexture)(int textureId);
-  /* 7: degrees and metres to local metres. */
+  /* 7: from the world's coordinates to local ones. outX?, outY?, outZ?. */
   void (*WorldToLocal)(double latitude, double longitude, double altitude, double* outX, double* outY,
                        double* outZ);
-  /* 8: local metres to degrees and metres. */
+  /* 8: and back. outLatitude?, outLongitude?, outAltitude?. */
   void (*LocalToWorld)(double x, double y, double z, double* outLatitude, double* outLongitude,
                        double* outAltitude);
-  /* 9: edges in pixels, y upward. */
+  /* 9: draws a dark box behind text; edges in pixels, y upward. */
   void (*DrawTranslucentDarkBox)(int left, int top, int right, int bottom);
-  /* 10: colorRgb holds 3 floats from 0 to 1; wordWrapWidth is null or a width in pixels. */
+  /* 10: draws a text at a pixel. colorRgb?[3], text?, wordWrapWidth?: null for no wrapping, else a width in
+   * pixels. */
   void (*DrawString)(float* colorRgb, int x, int y, char* text, int* wordWrapWidth, int fontId);
-  /* 11: */
+  /* 11: draws a number at a pixel, with so many digits before the point and decimals behind it; showSign not
+   * 0: with its sign. colorRgb?[3]. */
   void (*DrawNumber)(float* colorRgb, int x, int y, double value, int digits, int decimals, int showSign,
                      int fontId);
-  /* 12: each pointer may be null. */
+  /* 12: the size of a font's characters in pixels, and whether it has digits alone. outCharWidth?,
+   * outCharHeight?, outDigitsOnly?. */
   void (*GetFontDimensions)(int fontId, int* outCharWidth, int* outCharHeight, int* outDigitsOnly);
   /* 13: simulation time in seconds. */
   float (*GetElapsedTime)(void);
-  /* 14: the seven floats of the camera: three of position, three angles, a zoom. */
+  /* 14: the camera: a position, three angles, a zoom. outX!, outY!, outZ!, outPitch!, outHeading!, outRoll!,
+   * outZoom!. */
   void (*ReadCameraPosition)(float* outX, float* outY, float* outZ, float* outPitch, float* outHeading,
                              float* outRoll, float* outZoom);
-  /* 15: position in local metres, angles in degrees; full is 0 or 1. */
+  /* 15: draws a plane at a position, with three angles. drawingState?. Called for the plugin that holds the
+   * AI planes alone. */
   void (*DrawAircraft)(int planeIndex, float x, float y, float z, float pitch, float roll, float yaw,
                        int full, void* drawingState);
-  /* 16: loads a model into a plane: the model's full path, and its file name. */
+  /* 16: loads a model into a plane; planeIndex is 0 for the user's, or below the number of planes that
+   * VYRAGetNumberPlanesToHandle was told. path!: the model's full path, of any length from
+   * VYRASetUsersAircraft, below VYRA_PLANE_PATH_SIZE bytes from VYRASetAircraftModel. fileName!: its file
+   * name from the former, the full path again from the latter. */
   void (*SetAircraftModel)(int planeIndex, const char* path, const char* fileName);
-  /* 17: each buffer holds 256 bytes; both must be filled and terminated. */
+  /* 17: the model of a plane; both texts must be written, "" for a plane that there is not. outPath![256],
+   * outFileName![256]. */
   void (*GetNthAircraftModel)(int planeIndex, char* outPath, char* outFileName);
-  /* 18: returns the number of planes, the user's included; a host may ignore the pointers. */
+  /* 18: returns the number of planes, the user's included. What is written to the pointers is not used.
+   * outTotal!, outActive!, outController!. */
   int (*CountAircraft)(int* outTotal, int* outActive, int* outController);
-  /* 19: */
+  /* 19: puts the user's plane on an airport. airportCode?. */
   void (*PlaceUserAtAirport)(const char* airportCode);
-  /* 20: */
+  /* 20: presses a key in the user's stead. */
   void (*SimulateKeyPress)(int keyType, int key);
-  /* 21: */
+  /* 21: speaks a text. text?. */
   void (*SpeakString)(const char* text);
-  /* 22: */
+  /* 22: does what a key of the host's own list does. */
   void (*CommandKeyStroke)(int key);
-  /* 23: buttons is a run of button numbers closed by a 0; up is 0 for a press, 1 for a release; pass 0 or
-   * 1 is the first or second of the two passes of a change. */
+  /* 23: buttons are pressed or released, or are still held. buttons!: their numbers, closed by a 0. up is 0
+   * for a press, 1 for a release; pass 0 or 1 is the first or second of the two passes of a change. What is
+   * held comes in each frame, in pass 1 of a press. */
   void (*CommandButtonPress)(const int* buttons, int up, int pass);
-  /* 24: the host's root folder, ending in "/"; the buffer holds at least 512 bytes. */
+  /* 24: the host's root folder, ending in "/". outPath![512]. */
   void (*GetSystemPath)(char* outPath);
-  /* 25: the host's preferences file; the buffer holds at least 512 bytes. */
+  /* 25: the host's preferences file. outPath![512]. */
   void (*GetPrefsPath)(char* outPath);
-  /* 26: */
+  /* 26: the host's version and its ID, in its own counting. outHostVersion!, outHostId!. */
   void (*GetVersions)(int* outHostVersion, int* outHostId);
   /* 27: the host's language code. */
   int (*GetLanguage)(void);
-  /* 28: appends a text to the host's log as it stands. */
+  /* 28: appends a text to the host's log as it stands. text!. */
   void (*DebugString)(const char* text);
-  /* 29: returns the host's number of the new menu; parentMenu 0 is the menu bar. parentItem is
-   * a position, or -1 as in 31. After a shutdown and a new start, the menus of before mean nothing. */
+  /* 29: makes a menu and returns the host's number of it. parentMenu is a number returned before, or 0 for
+   * the menu bar. parentItem is a position, or -1 when a plugin named an item that it does not have; in the
+   * menu bar it is a plugin's own number. name!. After a shutdown and a new start, the menus of before mean
+   * nothing. */
   int (*CreateMenu)(int parentMenu, int parentItem, const char* name);
-  /* 30: returns the host's number of the new item; position counts all items of the menu from 0. */
+  /* 30: appends an item and returns the host's number of it. menu is a number that CreateMenu returned, here
+   * and in 31, 32 and 62; position counts all items of the menu from 0. name!. */
   int (*AppendMenuItem)(int menu, int position, const char* name, int flag);
-  /* 31: item is a position, and may be -1 when a plugin named an item that it does not have. */
+  /* 31: renames an item; "" when it is gone, though it keeps its place. item is a position, or -1 when a
+   * plugin named one that it does not have. name!. */
   void (*SetMenuItemName)(int menu, int item, const char* name, int flag);
-  /* 32: called when hostVersion is above 567. */
+  /* 32: destroys a menu; called when hostVersion is above 567. */
   void (*DestroyMenu)(int menu);
-  /* 33: called with 208 and 201 when hostVersion is above 567. */
+  /* 33: starts the user's plane anew where it is; called with 208 and 201, when hostVersion is above 567. */
   void (*ReinitUsersPlane)(int argument1, int argument2);
-  /* 34: */
+  /* 34: loads the scenery anew. */
   void (*ReloadScenery)(void);
 
-  /* 35 to 40: the navigation database. A reference is the host's number of a navaid. */
+  /* 35 to 40: the navigation database. A navaid is known by a number of the host's, one of which stands for
+   * none; types are the host's too, as bits where several may be asked for.
+   *
+   * 35: the first navaid. */
   int (*GetFirstNavAid)(void);
+  /* 36: the one after this. */
   int (*GetNextNavAid)(int navAid);
+  /* 37: the first of a type. */
   int (*FindFirstNavAidOfType)(int type);
+  /* 38: the last of a type. */
   int (*FindLastNavAidOfType)(int type);
+  /* 39: the one that fits best. name?, ident?, latitude?, longitude?, frequency?. */
   int (*FindNavAid)(const char* name, const char* ident, float* latitude, float* longitude, int* frequency,
                     int type);
+  /* 40: what is known of one. outType?, outLatitude?, outLongitude?, outElevation?, outFrequency?,
+   * outHeading?, outIdent?, outName?, outInRegion?; how long the texts get is the host's to say. */
   void (*GetNavAidInfo)(int navAid, int* outType, float* outLatitude, float* outLongitude,
                         float* outElevation, int* outFrequency, float* outHeading, char* outIdent,
                         char* outName, char* outInRegion);
-  /* 41 to 49: the flight plan of the flight-management system, by entry index. */
+
+  /* 41 to 49: the flight plan of the flight-management system, by entry index.
+   *
+   * 41: how many entries it has. */
   int (*CountFMSEntries)(void);
+  /* 42: the entry that the user looks at. */
   int (*GetDisplayedFMSEntry)(void);
+  /* 43: the entry that the plane flies to. */
   int (*GetDestinationFMSEntry)(void);
+  /* 44: shows an entry to the user. */
   void (*SetDisplayedFMSEntry)(int index);
+  /* 45: flies to an entry. */
   void (*SetDestinationFMSEntry)(int index);
+  /* 46: what an entry holds. outType?, outIdent?, outNavAid?, outAltitude?, outLatitude?, outLongitude?; how
+   * long the text gets is the host's to say. */
   void (*GetFMSEntryInfo)(int index, int* outType, char* outIdent, int* outNavAid, int* outAltitude,
                           float* outLatitude, float* outLongitude);
+  /* 47: makes an entry of a navaid. */
   void (*SetFMSEntryInfo)(int index, int navAid, int altitude);
+  /* 48: makes an entry of a place. */
   void (*SetFMSEntryLatLon)(int index, float latitude, float longitude, int altitude);
+  /* 49: empties an entry. */
   void (*ClearFMSEntry)(int index);
-  /* 50, 51: the GPS. */
+  /* 50: the type of the GPS's destination. */
   int (*GetGPSDestinationType)(void);
+  /* 51: the navaid that is the GPS's destination. */
   int (*GetGPSDestination)(void);
 
-  /* 52: shows four lines to the user; called when serviceTableRevision is above 2. */
+  /* 52: shows four lines to the user, the last two empty, in the middle of a reload; called when
+   * serviceTableRevision is above 2. line1!, line2!, line3!, line4!. */
   void (*ShowMessage)(const char* line1, const char* line2, const char* line3, const char* line4);
-  /* 53: shows progress while plugins load; called when serviceTableRevision is above 3. */
+  /* 53: shows progress while plugins load; called when serviceTableRevision is above 3. text!. */
   void (*ShowLoadingStatus)(const char* text);
-  /* 54: the command of this name; made when there is none and create is 1, else null then. description
-   * is null when create is 0. */
+  /* 54: the command of this name; when there is none, a new one if create is 1, null if it is 0. name!,
+   * description?, which is always null when create is 0. */
   VYRACommandRef (*FindCommand)(const char* name, const char* description, int create);
-  /* 55 to 57: a command is pressed, still held, released. */
+  /* 55: a command is pressed. command?, which is any pointer that a plugin gave, here and in 56 and 57. */
   void (*CommandBegin)(VYRACommandRef command);
+  /* 56: a command that a plugin pressed is still held. command?. */
   void (*CommandRepeat)(VYRACommandRef command);
+  /* 57: a command is released, also one that nobody pressed. command?. */
   void (*CommandEnd)(VYRACommandRef command);
-  /* 58: returns the number of a new terrain probe. */
+  /* 58: makes a terrain probe and returns the host's number of it. Probes are never given back: the library
+   * uses those of destroyed ones again. */
   int (*CreateProbe)(void);
-  /* 59: point, location, normal and velocity hold 3 floats each, local metres and metres per second;
-   * returns 1 when terrain was found and the four results were written, else 0. */
+  /* 59: the terrain at a point: where it is, in which direction its surface looks, how it moves, and whether
+   * it is water. probe is a number that CreateProbe returned. point![3], location![3], normal![3],
+   * velocity![3], isWet!. Returns 1 when terrain was found and the four results were written, else 0. */
   int (*ProbeTerrainXYZ)(int probe, const float* point, float* location, float* normal, float* velocity,
                          int* isWet);
-  /* 60: a function that the host exports by name, or null. */
+  /* 60: a function that the host exports by name, or null. name?. */
   void* (*FindSymbol)(const char* name);
-  /* 61: width in pixels of the first charCount characters. */
+  /* 61: the width in pixels of the first charCount characters. text?. */
   float (*MeasureString)(int fontId, const char* text, int charCount);
-  /* 62: item is a position. */
+  /* 62: removes an item; those behind it move up. item is a position that there is. */
   void (*RemoveMenuItem)(int menu, int item);
-  /* 63: null when the object could not be loaded. */
+  /* 63: loads an object; null when it could not be loaded. path!. */
   VYRAObjectRef (*LoadObject)(const char* path);
-  /* 64: draws one object once: local metres and degrees. */
+  /* 64: draws an object once, at a position with three angles. object?: any pointer from a plugin without an
+   * error callback, and otherwise an object that it had loaded when it began to draw. */
   void (*DrawObjects)(VYRAObjectRef object, int lighting, int earthRelative, float x, float y, float z,
                       float heading, float pitch, float roll);
-  /* 65: releases one load of an object; must accept null. */
+  /* 65: releases one load of an object. object is one that was loaded and not released since, or null. */
   void (*UnloadObject)(VYRAObjectRef object);
-  /* 66: degrees; calls enumerator for each object found and returns how many there were. */
+  /* 66: calls enumerator with refcon for each object found, before it returns, and returns how many there
+   * were. path?, enumerator?, refcon?. */
   int (*LookupObjects)(const char* path, float latitude, float longitude, VYRALibraryEnumerator_f enumerator,
                        void* refcon);
-  /* 67, 68: load and save one of the host's own data files; fileType is 1 or 2. A path to load
-   * may be null. */
+  /* 67: loads one of the host's own data files. fileType is 1 or 2. path?. */
   int (*LoadDataFile)(int fileType, const char* path);
+  /* 68: saves one. fileType is 1 or 2. path!. */
   int (*SaveDataFile)(int fileType, const char* path);
-  /* 69: starts a load and completes it later, or at once: see VYRAObjectLoaded_f. */
+  /* 69: starts to load an object, and completes it later or at once: see VYRAObjectLoaded_f. path!,
+   * completion!, delivery!. */
   void (*LoadObjectAsync)(const char* path, VYRAObjectLoaded_f completion, void* delivery);
-  /* 70: receives the messages that plugins send to plugin 0 or to everyone. */
+  /* 70: receives the messages that plugins send to plugin 0 or to everyone, and the host's own broadcasts.
+   * param?. */
   void (*HostReceiveMessage)(VYRAPluginID fromPlugin, int message, void* param);
 };
 
@@ -213,7 +268,8 @@ VYRA_API int VYRAInitializePlugins(const char* systemPath, struct VYRAHostServic
 
 /**
  * Disables all plugins, then stops and unloads them all. The library may be started again afterwards. When a
- * plugin's exception leaves it, call it again: it goes on where it ended, and stops no plugin twice.
+ * plugin's exception leaves it, call it again until none does: it goes on where it ended, and stops no plugin
+ * twice.
  */
 VYRA_API void VYRAShutdownPlugins(void);
 

@@ -2,9 +2,9 @@
  * VYRANavigation.h: the host's navigation database, flight-management system (FMS) and GPS.
  *
  * Every function hands its arguments to the host as they are and returns the host's answer. The host defines
- * the reference that stands for no navaid, the type codes, its units, which null pointers it accepts, how
- * long its texts get, and what it does with an entry or a reference that it does not have. May be called once
- * the library was started.
+ * the reference that stands for no navaid, the type codes, what each number and each pointer means and in
+ * which unit, which null pointers it accepts, how long its texts get, and what it does with an entry or a
+ * reference that it does not have. May be called once the library was started.
  */
 #ifndef VYRA_NAVIGATION_H
 #define VYRA_NAVIGATION_H
@@ -18,7 +18,7 @@ VYRA_BEGIN_DECLARATIONS
  * A navaid is known by a reference, an int of the host. Types are bits where several may be asked for.
  */
 
-/** The first navaid of the database. */
+/** The first navaid of the database, in the host's order. */
 VYRA_API int VYRAGetFirstNavAid(void);
 
 /** The navaid after this one. */
@@ -33,9 +33,9 @@ VYRA_API int VYRAFindLastNavAidOfType(int type);
 /**
  * The navaid that fits best.
  *
- * name, ident: terminated parts of its name and of its identifier. latitude, longitude: one float each,
- * degrees, near which to search. frequency: one int. Each null where it does not matter, if the host allows
- * it. type: the types to search among.
+ * name, ident: terminated texts to be found in its name and its identifier. latitude, longitude: one float
+ * each, a place. frequency: one int. Each null where it does not matter, if the host allows it. type: the
+ * types to search among.
  */
 VYRA_API int VYRAFindNavAid(const char* name, const char* ident, float* latitude, float* longitude,
                             int* frequency, int type);
@@ -43,9 +43,8 @@ VYRA_API int VYRAFindNavAid(const char* name, const char* ident, float* latitude
 /**
  * What is known of a navaid.
  *
- * outType, outFrequency: one int each. outLatitude, outLongitude (degrees), outElevation (metres), outHeading
- * (degrees): one float each. outIdent, outName: buffers for terminated texts. outInRegion: one byte, not 0
- * when the navaid lies in the region that the host has loaded.
+ * outType, outFrequency: one int each. outLatitude, outLongitude, outElevation, outHeading: one float each.
+ * outIdent, outName: buffers for terminated texts. outInRegion: one byte.
  */
 VYRA_API void VYRAGetNavAidInfo(int navAid, int* outType, float* outLatitude, float* outLongitude,
                                 float* outElevation, int* outFrequency, float* outHeading, char* outIdent,
@@ -72,7 +71,7 @@ VYRA_API void VYRASetDestinationFMSEntry(int index);
  * What an entry holds.
  *
  * outType, outNavAid, outAltitude: one int each. outIdent: a buffer for a terminated text. outLatitude,
- * outLongitude: one float each, degrees.
+ * outLongitude: one float each.
  */
 VYRA_API void VYRAGetFMSEntryInfo(int index, int* outType, char* outIdent, int* outNavAid, int* outAltitude,
                                   float* outLatitude, float* outLongitude);
@@ -80,7 +79,7 @@ VYRA_API void VYRAGetFMSEntryInfo(int index, int* outType, char* outIdent, int* 
 /** Makes an entry of a navaid, at an altitude. */
 VYRA_API void VYRASetFMSEntryInfo(int index, int navAid, int altitude);
 
-/** Makes an entry of a place in degrees, at an altitude. */
+/** Makes an entry of a place, at an altitude. */
 VYRA_API void VYRASetFMSEntryLatLon(int index, float latitude, float longitude, int altitude);
 
 /** Empties an entry. */

@@ -28,7 +28,8 @@ VYRA_BEGIN_DECLARATIONS
 typedef void (*VYRAPlanesReturned_f)(void* refcon);
 
 /**
- * Takes the AI planes for the calling plugin, until it releases them, is disabled or is unloaded.
+ * Takes the AI planes for the calling plugin, until it releases them or is unloaded; being disabled releases
+ * them, too, but a plugin may take them again from its own callbacks, even while it is disabled.
  *
  * aircraft: null, or an array of full model paths closed by a null pointer: path k is the model wanted for
  * plane k, "" for no wish; a path of 4,096 bytes or more names no file and is no wish either. Copied. Entry 0
@@ -71,8 +72,8 @@ VYRA_API void VYRACountAircraft(int* outTotal, int* outActive, VYRAPluginID* out
 /**
  * Holder only. Draws a plane; all arguments are handed to the host as they are. From draw callbacks.
  *
- * x, y, z: local metres. pitch, roll, yaw: degrees. full: 1 for the whole plane, 0 for a simpler picture.
- * drawingState: the host's record of flaps, gear and so on, in the host's own layout.
+ * x, y, z: its position. pitch, roll, yaw: its angles. full: 1 for the whole plane, 0 for a simpler picture.
+ * drawingState: the host's record of flaps, gear and so on. Units and layout are the host's.
  */
 VYRA_API void VYRADrawAircraft(int planeIndex, float x, float y, float z, float pitch, float roll, float yaw,
                                int full, void* drawingState);

@@ -1,6 +1,7 @@
 /*
  * VYRAScenery.h: the terrain under a point, and scenery objects: loading, drawing and finding them.
- * Positions are local metres, angles degrees. May be called once the library was started.
+ * Positions are in the host's local coordinates; units are the host's. May be called once the library was
+ * started.
  */
 #ifndef VYRA_SCENERY_H
 #define VYRA_SCENERY_H
@@ -26,8 +27,8 @@ typedef struct VYRAProbe_t* VYRAProbeRef;
 typedef struct VYRAProbeInfo {
   int size;          /* sizeof(VYRAProbeInfo): 44 */
   float location[3]; /* x, y, z of the terrain */
-  float normal[3];   /* the direction in which its surface looks, of length 1 */
-  float velocity[3]; /* its own movement (the deck of a ship), metres per second */
+  float normal[3];   /* the direction in which its surface looks */
+  float velocity[3]; /* its own movement: the deck of a ship */
   int isWet;         /* not 0: water */
 } VYRAProbeInfo;
 
@@ -134,7 +135,7 @@ VYRA_API void VYRAUnloadObject(VYRAObjectRef object);
 /**
  * Finds objects in the host's library. All arguments are handed to the host as they are.
  *
- * path: a path of the library. latitude, longitude: degrees; what is found may depend on the region.
+ * path: a path of the library. latitude, longitude: a place; what is found may depend on it.
  * enumerator: called by the host with the path of each object found, before this function returns. refcon:
  * passed to it. Result: the host's count of them.
  */
