@@ -1,0 +1,408 @@
+#include "Entries.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+#include <utility>
+
+#include "Actions.h"
+#include "Host.h"
+#include "Input.h"
+#include "Masks.h"
+
+namespace calls {
+
+namespace {
+
+constexpr int kDeepest = 10;
+
+Registration& Behind(void* refcon, Family family) {
+  auto& registration = *static_cast<Registration*>(refcon);
+  Require(registration.family == family, "a callback gets another's refcon");
+  return registration;
+}
+
+// A callback runs. `stage` tells the walks of one call apart; with -1, it may be called as often as it likes.
+Registration& Enter(void* refcon, Family family, int stage = -1) {
+  Registration& registration = Behind(refcon, family);
+  Plugin& owner = *registration.owner;
+  Trace("  -> callback of family", &owner, static_cast<int>(family));
+  Require(!registration.gone || registration.revived, "a callback is called that was removed");
+  Require(owner.enabled, "a callback is called of a plugin that is not enabled");
+  Require(VYRAGetMyID() == owner.id, "a callback is called as another plugin");
+  Require(owner.module == nullptr || VYRAIsPluginEnabled(owner.id) != 0,
+          "an enabled plugin counts as disabled");
+  Call* const call = gBook.call;
+  if (stage >= 0) call->Enter(registration, stage);
+  if (!kLosersThrow && (family == Family::camera || family == Family::window)) {
+    try {
+      Acts(owner, 4);
+    } catch (const std::exception&) {
+    }
+    call->Left();
+    return registration;
+  }
+  Acts(owner, 4);
+  call->Left();
+  if (registration.alwaysThrows || gInput.OneIn(20)) Throw(owner);
+  return registration;
+}
+
+// What holds at the end of a callback, also when it throws.
+template <class Then>
+class StThen {
+ public:
+  explicit StThen(Then function) : then(function) {}
+  ~StThen() { then(); }
+  StThen(const StThen&) = delete;
+  StThen& operator=(const StThen&) = delete;
+
+ private:
+  Then then;
+};
+
+// The walks that one call may consist of.
+enum Stage { kOnly, kBefore, kAfter, kDrag, kDrawWindows };
+
+float OnFlightLoop(float sinceLast, float now, int counter, void* refcon) {
+  Registration& loop = Behind(refcon, Family::flightLoop);
+  const Call& pass = *gBook.call;
+  const float passTime = pass.now;
+  Require(pass.phase >= 0 && pass.phase == loop.which, "a flight loop is called in the wrong pass");
+  Require(now == passTime || std::isnan(passTime), "a flight loop is told another time than its pass's");
+  Require(counter == VYRAGetCycleNumber(), "a flight loop is told another number than its pass's");
+  if (loop.known) {
+    Require(loop.IsDue(now, counter), "a flight loop is called that is not due");
+    Require(sinceLast == now - loop.lastTime || std::isnan(sinceLast),
+            "a flight loop's time since its last call is wrong");
+  }
+  loop.known = false;  // for good, if the callback throws
+  ++loop.touched;
+  Enter(refcon, Family::flightLoop, kOnly);
+  loop.interval = gInput.Float();
+  loop.lastTime = passTime;
+  loop.lastCycle = VYRAGetCycleNumber();
+  loop.known = loop.most == 1;
+  return loop.interval;
+}
+
+int OnDraw(int phase, int isBefore, void* refcon) {
+  const Registration& registration = Behind(refcon, Family::draw);
+  Require(registration.which == phase && registration.before == isBefore,
+          "a draw callback gets another phase");
+  Require(StepOfDrawing(phase, isBefore) == gBook.call->step, "a draw callback is called in the wrong step");
+  Enter(refcon, Family::draw, isBefore != 0 ? kBefore : kAfter);
+  return gInput.Below(4);
+}
+
+int OnSniffer(char, int, char, void* refcon) {
+  Enter(refcon, Family::sniffer, Behind(refcon, Family::sniffer).before != 0 ? kBefore : kAfter);
+  return gInput.Below(4) != 3 ? 1 : 0;
+}
+
+void OnDrawWindow(VYRAWindowID window, void* refcon) {
+  Require(Behind(refcon, Family::window).handle == window, "a window is drawn as another");
+  Enter(refcon, Family::window, kDrawWindows);
+}
+
+void OnWindowKey(VYRAWindowID, char, int, char, void* refcon, int) { Enter(refcon, Family::window); }
+
+int OnWindowMouse(VYRAWindowID, int, int, int status, void* refcon) {
+  Enter(refcon, Family::window, status == VYRA_MOUSE_DRAG ? kDrag : status == VYRA_MOUSE_DOWN ? kOnly : -1);
+  return gInput.Below(2);
+}
+
+int OnWindowCursor(VYRAWindowID, int, int, void* refcon) {
+  Enter(refcon, Family::window, kOnly);
+  return gInput.Below(2);
+}
+
+int OnWindowWheel(VYRAWindowID, int, int, int, int, void* refcon) {
+  Enter(refcon, Family::window, kOnly);
+  return gInput.Below(2);
+}
+
+void OnHotKey(void* refcon) { Enter(refcon, Family::hotKey, kOnly); }
+
+int OnCamera(VYRACameraPosition* position, int isLosingControl, void* refcon) {
+  Require(&Behind(refcon, Family::camera) == gBook.camera, "the camera asks who does not control it");
+  Require((position == nullptr) == (isLosingControl != 0), "the camera's position is missing or left over");
+  const auto lose = [&] {
+    if (gBook.camera == refcon) gBook.camera = nullptr;
+  };
+  {
+    const StThen then([&] {
+      if (isLosingControl != 0) lose();
+    });
+    Enter(refcon, Family::camera);
+  }
+  const int result = gInput.Below(2);
+  if (result == 0) lose();
+  return result;
+}
+
+void OnMenu(void* menuRef, void*) { Enter(menuRef, Family::menu); }
+
+int OnCommand(VYRACommandRef command, int, void* refcon) {
+  Require(Behind(refcon, Family::command).handle == command, "a command handler gets another command");
+  Enter(refcon, Family::command, kOnly);
+  return gInput.Below(4);
+}
+
+// Called once for each time that it was asked for.
+void OnceOwed(void* refcon, Family family) {
+  Require(--Behind(refcon, family).count >= 0, "a one-shot callback is called once more");
+  Enter(refcon, family);
+}
+
+void OnPlanesReturned(void* refcon) { OnceOwed(refcon, Family::planesWait); }
+void OnObjectReady(VYRAObjectRef, void* refcon) { OnceOwed(refcon, Family::objectLoad); }
+
+void OnChanged(void* refcon) { Enter(refcon, Family::subscription, kOnly); }
+
+void OnFound(const char*, void* refcon) {
+  Plugin& owner = *Behind(refcon, Family::enumeration).owner;
+  Require(VYRAGetMyID() == owner.id, "an enumerator is called as another plugin");
+  Acts(owner, 2);
+  if (gInput.OneIn(16)) Throw(owner);
+}
+
+void EnterAccessor(void* refcon) {
+  const Registration& registration = Behind(refcon, Family::dataRef);
+  Require(gBook.dataRefs[static_cast<std::size_t>(registration.which)] == &registration,
+          "an accessor is called of who does not publish the name");
+  Enter(refcon, Family::dataRef);
+}
+
+template <class Value>
+Value Read(void* refcon) {
+  EnterAccessor(refcon);
+  return Value(1);
+}
+
+template <class Value>
+void Write(void* refcon, Value) {
+  EnterAccessor(refcon);
+}
+
+template <class Values>
+int ReadValues(void* refcon, Values*, int, int) {
+  EnterAccessor(refcon);
+  return gInput.Int();
+}
+
+template <class Values>
+void WriteValues(void* refcon, Values*, int, int) {
+  EnterAccessor(refcon);
+}
+
+void EnterErrorCallback(Plugin& self) {
+  Require(self.hasErrorCallback && !self.closed, "an error callback is called that is not set");
+  Require(VYRAGetMyID() == self.id, "an error is reported to another plugin");
+  Acts(self, 2);
+  if (gInput.OneIn(16)) Throw(self);
+}
+
+// ---- The life of a module -----------------------------------------------------------------------------
+
+void Opened(Module& module) {
+  Plugin& self = gBook.Add(&module, *module.callbacks);
+  self.isResident = module.isResident;
+  module.plugin = &self;
+  Trace("  -> opened", &self);
+  if (!kConstructorsAct) return;
+  try {
+    Acts(self, 3);
+  } catch (const std::exception&) {  // would end the process if it left a constructor
+  }
+}
+
+void Closing(Module& module) {
+  if (module.plugin == nullptr) return;  // the process ends
+  Plugin& self = *module.plugin;
+  Trace("  -> closing", &self);
+  Require(module.inside == 0, "a module is closed while its code runs");
+  Require(module.exceptions == 0, "a module is closed under an exception of its own");
+  Require(!self.IsIn(), "a module is closed that was not stopped");
+  self.closed = true;
+  self.module = nullptr;
+  for (Registration& registration : gBook.registrations) {
+    if (registration.owner == &self) registration.gone = true;
+  }
+  const VYRAPluginID holder = VYRAFindPluginBySignature(self.signature.c_str());
+  Require(self.signature.empty() || holder != self.id || gBook.IsTaken(self.signature, self),
+          "a module is closed while its plugin is on record");
+}
+
+void CheckNewPlace(const Plugin& self) {
+  Require(self.id > 0 && self.id == VYRACountPlugins() - 1, "a new plugin is not the last one on record");
+  Require(VYRAFindPluginByPath("brelund.skyvora.skyvora") == VYRA_HOST_PLUGIN,
+          "a plugin starts where there is no host");
+  for (const Plugin& other : gBook.plugins) {
+    if (&other == &self || other.id != self.id || other.closed || other.rejected) continue;
+    Require(other.out && other.isResident && (other.module == self.module || other.module->inside == 0),
+            "an ID is given out while the code of the plugin that had it may still run");
+  }
+}
+
+void Name(Plugin& self, char* outName, char* outSignature, char* outDescription) {
+  std::memset(outName, 'n', VYRA_PLUGIN_INFO_SIZE);  // without an end, now and then
+  if (!gInput.OneIn(8)) outName[3] = '\0';
+  std::strcpy(outDescription, "");
+  self.signature = "fuzz.";
+  self.signature += std::to_string(gBook.plugins.size());
+  if (gInput.OneIn(12)) self.signature = gInput.OneOf(gBook.plugins).signature;
+  std::strcpy(outSignature, self.signature.c_str());
+}
+
+void LifeActs(Plugin& self, Plugin::Function function) {
+  if (!kLivesThrow) {
+    try {
+      Acts(self, 5);
+    } catch (const std::exception&) {
+    }
+    return;
+  }
+  Acts(self, 5);
+  if ((self.alwaysThrows & (1U << function)) != 0 || gInput.OneIn(16)) Throw(self);
+}
+
+int Start(Module& module, char* outName, char* outSignature, char* outDescription) {
+  if (module.isResident && (module.plugin == nullptr || module.plugin->out)) Opened(module);
+  Plugin& self = *module.plugin;
+  Require(!self.started, "a module is started that runs already");
+  self.id = VYRAGetMyID();
+  Trace("  -> start", &self, self.id);
+  CheckNewPlace(self);
+  self.started = true;
+  Name(self, outName, outSignature, outDescription);
+  const auto reject = [&] {
+    if (self.out) return;  // stopped already, by what its start led to
+    self.rejected = self.out = true;
+    self.enabled = false;
+  };
+  try {
+    LifeActs(self, Plugin::kStart);
+  } catch (...) {
+    reject();
+    throw;
+  }
+  const int result = gInput.OneIn(12) ? 0 : 1;
+  if (result == 0) reject();
+  self.duplicate = gBook.IsTaken(self.signature, self);
+  self.loaded = true;
+  Trace("  <- start", &self, result);
+  return result;
+}
+
+Plugin& EnterLife(Module& module, const char* what, bool allowed, const char* fault) {
+  Plugin& self = *module.plugin;
+  Trace(what, &self, self.id);
+  Require(allowed && self.IsIn(), fault);
+  Require(VYRAGetMyID() == self.id, "a plugin is called as another");
+  ++self.epoch;
+  return self;
+}
+
+int Enable(Module& module) {
+  const Plugin& plugin = *module.plugin;
+  Plugin& self = EnterLife(module, "  -> enable",
+                           !plugin.enabled && !plugin.enabling && !plugin.stopping && !plugin.duplicate,
+                           "a plugin is enabled that is enabled, or on its way out");
+  self.enabling = true;
+  const StThen then([&] { self.enabling = false; });
+  LifeActs(self, Plugin::kEnable);
+  const int result = gInput.OneIn(10) ? 0 : 1;
+  if (!self.out) self.enabled = result != 0;
+  Trace("  <- enable", &self, result);
+  return result;
+}
+
+void Disable(Module& module) {
+  Plugin& self =
+      EnterLife(module, "  -> disable", module.plugin->enabled, "a plugin is disabled that is not enabled");
+  self.enabled = false;
+  LifeActs(self, Plugin::kDisable);
+}
+
+void Stop(Module& module) {
+  Plugin& self = EnterLife(module, "  -> stop", !module.plugin->stopping, "a plugin is stopped twice");
+  self.stopping = true;
+  const StThen then([&] { self.stopping = self.enabled = false, self.out = true; });
+  LifeActs(self, Plugin::kStop);
+}
+
+void Message(Module& module, VYRAPluginID, int, void*) {
+  Plugin& self = *module.plugin;
+  Trace("  -> message", &self, self.id);
+  Require(self.enabled && VYRAGetMyID() == self.id, "a message reaches a plugin that is not enabled");
+  gBook.call->Enter(self);
+  Acts(self, 5);
+  if (gInput.OneIn(16)) Throw(self);
+}
+
+void Error(Module& module, const char*) { EnterErrorCallback(*module.plugin); }
+
+}  // namespace
+
+const Driver kDriver = {{OnFlightLoop,
+                         OnDraw,
+                         OnSniffer,
+                         OnDrawWindow,
+                         OnWindowKey,
+                         OnWindowMouse,
+                         OnWindowCursor,
+                         OnWindowWheel,
+                         OnHotKey,
+                         OnCamera,
+                         OnMenu,
+                         OnCommand,
+                         OnPlanesReturned,
+                         OnObjectReady,
+                         OnChanged,
+                         OnFound,
+                         Read<int>,
+                         Write<int>,
+                         Read<float>,
+                         Write<float>,
+                         Read<double>,
+                         Write<double>,
+                         ReadValues<int>,
+                         WriteValues<int>,
+                         ReadValues<float>,
+                         WriteValues<float>,
+                         ReadValues<void>,
+                         WriteValues<void>},
+                        Opened,
+                        Closing,
+                        Start,
+                        Stop,
+                        Enable,
+                        Disable,
+                        Message,
+                        Error};
+
+void Acts(Plugin& self, int most) {
+  if (gBook.depth >= kDeepest) return;
+  for (int steps = gInput.Below(most); steps > 0 && !gInput.IsSpent(); --steps) {
+    if (!gInput.OneIn(4)) {
+      Act(self);
+      continue;
+    }
+    try {
+      Act(self);
+    } catch (const std::exception& failure) {
+      Require(*failure.what() != '\0', "an exception is gone while it is handled");
+    }
+  }
+}
+
+void Throw(const Plugin& plugin) {
+  if (plugin.module != nullptr) plugin.module->fail();
+  throw std::runtime_error("a failure of the host's own callback");
+}
+
+}  // namespace calls
+
+const calls::Driver* VYRAFuzzDriver() { return &calls::kDriver; }

@@ -1,0 +1,17 @@
+// What runs when the library calls a plugin: the driver's side of every callback.
+#pragma once
+
+#include "Book.h"
+
+namespace calls {
+
+// What the modules pass on to, and what the host registers for itself.
+extern const Driver kDriver;
+
+// Does a few steps as a plugin, the library's caller. An exception of any of them may leave it.
+void Acts(Plugin& self, int most);
+
+// Throws an exception of the plugin's own type.
+[[noreturn]] void Throw(const Plugin& plugin);
+
+}  // namespace calls

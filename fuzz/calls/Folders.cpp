@@ -1,0 +1,57 @@
+#include "Folders.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "Masks.h"
+
+namespace fs = std::filesystem;
+
+namespace calls {
+
+Folders gFolders;
+
+namespace {
+
+// Makes room for a file, and returns where it is to be.
+fs::path At(const fs::path& path) {
+  fs::create_directories(path.parent_path());
+  return path;
+}
+
+}  // namespace
+
+Folders::Folders() : maker(getpid()) {
+  std::string pattern = (fs::temp_directory_path() / "vyra-fuzz-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) std::abort();
+  root = pattern + "/";
+  const fs::path plugins = root + "many/Resources/plugins";
+  for (const char* name :
+       {"one.vyp", "two.vyp", "PluginAdmin/64/lin.vyp", "three/64/lin.vyp", "three/lin.vyp"}) {
+    fs::copy_file(FUZZ_MODULE, At(plugins / name));
+  }
+  fs::copy_file(FUZZ_RESIDENT_MODULE, At(plugins / "resident.vyp"));
+  if (kModulesAreMetTwice) fs::create_symlink(plugins / "one.vyp", At(plugins / "linked.vyp"));
+  if (kModulesAreMetTwice) fs::create_hard_link(plugins / "two.vyp", At(plugins / "hard/lin.vyp"));
+  std::ofstream(plugins / "text.vyp") << "This is no library.\n";
+  const fs::path aircraft = root + "many/Aircraft/plugins";
+  fs::copy_file(FUZZ_MODULE, At(aircraft / "flaps/lin.vyp"));
+  if (kModulesAreMetTwice)
+    fs::create_symlink(plugins / "three/64/lin.vyp", At(aircraft / "again/64/lin.vyp"));
+  const fs::path scenery = root + "many/Scenery/plugins";
+  fs::copy_file(FUZZ_MODULE, At(scenery / "hill/lin.vyp"));
+  if (kModulesAreMetTwice) fs::create_symlink(aircraft / "flaps/lin.vyp", At(scenery / "again/lin.vyp"));
+  const fs::path few = root + "few/Resources/plugins";
+  for (const char* name : {"one.vyp", "two/lin.vyp"}) fs::copy_file(FUZZ_MODULE, At(few / name));
+}
+
+Folders::~Folders() {
+  if (getpid() != maker) return;  // a child of the process that made them
+  std::error_code ignored;
+  fs::remove_all(root, ignored);
+}
+
+}  // namespace calls

@@ -1,0 +1,12 @@
+// A run: the bytes are turned into calls of the host and of its plugins, from the start of the library to its
+// end. A fault ends the process.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace calls {
+
+void Run(const std::uint8_t* data, std::size_t size);
+
+}  // namespace calls
