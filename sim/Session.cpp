@@ -51,10 +51,11 @@ struct FlightUnderWay {
 void RunFrame(int frame, double rate, FlightUnderWay& flight) {
   const int reloadsBefore = CountReloads();
   gBoard->frame = frame;
-  MeasureFrameBegin(frame);
-  flight.runner.CarryOutSteps(frame);
-  FlyFrame(frame, rate, flight.passes);
-  MeasureFrameEnd();
+  {
+    const MeasuredFrame measured(frame);
+    flight.runner.CarryOutSteps(frame);
+    FlyFrame(frame, rate, flight.passes);
+  }
   if (CountReloads() != reloadsBefore)
     flight.narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
   TellNews(frame, flight.narrator);

@@ -2,6 +2,7 @@
 #include "host/CostWatch.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 #include <string_view>
 
@@ -64,15 +65,18 @@ void StopMeasuring() {
   gMeasuring.reset();
 }
 
-void MeasureFrameBegin(int frame) {
+MeasuredFrame::MeasuredFrame(int frame) : exceptions(std::uncaught_exceptions()) {
   if (gMeasuring) gMeasuring->meter.BeginFrame(frame, ReadClock());
 }
 
-void MeasureFrameEnd() {
+MeasuredFrame::~MeasuredFrame() {
   if (!gMeasuring) return;
-  gMeasuring->meter.EndFrame(ReadClock());
-  if (gMeasuring->trace != nullptr && TraceFile::IsHalfFull(gMeasuring->costs))
-    gMeasuring->trace->WriteEvents(gMeasuring->costs);
+  auto& [costs, trace, meter] = *gMeasuring;
+  if (std::uncaught_exceptions() > exceptions)
+    CutShort(costs, ReadClock());
+  else
+    meter.EndFrame(ReadClock());
+  if (trace != nullptr && TraceFile::IsHalfFull(costs)) trace->WriteEvents(costs);
 }
 
 void MarkInTrace(std::string_view text) {

@@ -14,10 +14,19 @@ void StartMeasuring(CostBlock& costs, TraceFile* trace);
 // No call is measured any more; the trace is ended.
 void StopMeasuring();
 
-// These do nothing while nothing is measured.
-void MeasureFrameBegin(int frame);
-void MeasureFrameEnd();
-// Marks this moment in the trace.
+// A frame, while this lasts. One that an exception ends is in the trace, and does not count.
+class MeasuredFrame {
+ public:
+  explicit MeasuredFrame(int frame);
+  ~MeasuredFrame();
+  MeasuredFrame(const MeasuredFrame&) = delete;
+  MeasuredFrame& operator=(const MeasuredFrame&) = delete;
+
+ private:
+  int exceptions;
+};
+
+// Marks this moment in the trace, if there is one.
 void MarkInTrace(std::string_view text);
 
 }  // namespace sim

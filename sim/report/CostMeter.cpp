@@ -75,7 +75,7 @@ void CostMeter::EndFrame(Nanoseconds now) {
       block.isTracing && block.firstTracedFrame <= block.frame && block.frame < block.lastTracedFrame;
 }
 
-void CostMeter::EndFrameOf(MeteredPlugin& plugin) {
+void CostMeter::EndFrameOf(MeteredPlugin& plugin) const {
   if (!plugin.isLoaded && plugin.kindsInThisFrame == 0) return;
   ++plugin.frames;
   if (plugin.kindsInThisFrame == 0) return;

@@ -45,14 +45,14 @@ class CostMeter {
   int PluginOf(const MeteredCall& call);
   void ChargeInnermost(Nanoseconds now);
   void NoteEndOfLifeCall(const OpenCall& call);
-  void EndFrameOf(MeteredPlugin& plugin);
+  void EndFrameOf(MeteredPlugin& plugin) const;
 
   CostBlock& block;
   std::vector<Known> knownPlugins;  // by ID
 };
 
-// What stands in the block of a flight that a plugin ended: the calls that were under way are ended now, as
-// far as the trace goes. The frame that was not flown to its end does not count.
+// A plugin has ended the flight: the calls that are under way end now as far as the trace goes, and so does
+// the frame. It does not count, as it was not flown to its end.
 void CutShort(CostBlock& block, Nanoseconds now);
 
 }  // namespace sim

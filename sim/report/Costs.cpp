@@ -53,7 +53,7 @@ PluginReport& FindOrAdd(Report& report, const MeteredPlugin& plugin) {
   added.path = path;
   added.name = plugin.name.data();
   added.signature = plugin.signature.data();
-  added.state = "unloaded";
+  added.state = plugin.isLoaded ? "loaded" : "unloaded";
   return added;
 }
 

@@ -194,11 +194,11 @@ TEST_F(CostMeterTest, CallsNestedTooDeepCountWithTheInnermostThatIsKept) {
 }
 
 TEST_F(CostMeterTest, PluginsBeyondTheLastShareIt) {
-  std::vector<std::string> paths;
-  for (int plugin = 0; plugin < sim::kMostPlugins + 10; ++plugin)
-    paths.push_back("plugin " + std::to_string(plugin));
-  for (std::size_t plugin = 0; plugin < paths.size(); ++plugin)
+  std::vector<std::string> paths(sim::kMostPlugins + 10);
+  for (std::size_t plugin = 0; plugin < paths.size(); ++plugin) {
+    paths[plugin] = "plugin " + std::to_string(plugin);
     Make(static_cast<int>(plugin) + 1, sim::kStart, paths[plugin].c_str(), 1);
+  }
   EXPECT_EQ(Cost("(all further plugins)").cost->total.calls, 11);
   EXPECT_EQ(Cost("plugin 254").cost->total.calls, 1);
 }

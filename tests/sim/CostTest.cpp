@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -120,6 +121,17 @@ Counts CountReported(const json& report) {
   return counts;
 }
 
+// The last event of a name in a row.
+json LastOf(const json& trace, const std::string& rowName, const std::string& name) {
+  json last;
+  int row = -1;
+  for (const json& event : trace)
+    if (event.at("name") == "thread_name" && event.at("args").at("name") == rowName) row = event.at("tid");
+  for (const json& event : trace)
+    if (event.at("ph") == "X" && event.at("tid") == row && event.at("name") == name) last = event;
+  return last;
+}
+
 SimulatorRun FlyTheDemo(const std::vector<std::string>& further) {
   std::vector<std::string> arguments{"run", "--system", VYRA_SIM_EXAMPLE_FOLDER, "--frames", "900", "--rate",
                                      "60",  "--flight", VYRA_SIM_DEMO_FLIGHT};
@@ -159,6 +171,22 @@ TEST(Trace, OfARangeHasTheseFramesAlone) {
     if (event.value("cat", "") != "call") continue;
     EXPECT_GE(event.at("args").at("frame"), 100);
     EXPECT_LE(event.at("args").at("frame"), 200);
+  }
+}
+
+TEST(Trace, OfAFlightThatAPluginEndsIsWholeAndShowsThatCall) {
+  const SimulatorFolder folder;
+  folder.Install("faulty", "faulty/64/lin.vyp");
+  const std::string file = folder.Path("trace.json");
+  for (const char* const fault : {"null@loop", "exception@loop"}) {
+    setenv("VYRA_TEST_FAULT", fault, 1);
+    const SimulatorRun run = folder.Fly(20, {"--trace", file});
+    EXPECT_EQ(run.exitCode, 3);
+    const json trace = ReadTrace(file);
+    const json frame = run.report.at("culprit").at("frame");
+    EXPECT_EQ(LastOf(trace, "Faulty", "flight loop").at("args").at("frame"), frame);
+    EXPECT_TRUE(LastOf(trace, "frames", "frame " + frame.dump()).is_object());
+    EXPECT_TRUE(AreNested(IntervalsOf(trace, "call")));
   }
 }
 
