@@ -7,6 +7,7 @@
 
 #include "CostArguments.h"
 #include "Run.h"
+#include "flight/VocabularyPages.h"
 #include "report/LastEnd.h"
 #include "report/Moment.h"
 #include "report/Report.h"
@@ -24,11 +25,7 @@ constexpr const char* kExitCodes = R"(Exit codes of a flight:
   2  wrong usage or input
   3  a plugin ended the flight)";
 
-int ReadCommandLineAndRun(int argumentCount, char** arguments) {
-  sim::FlightOptions options;
-  CLI::App app("Reference simulator of the plugin manager VYRA", "vyra-sim");
-  app.require_subcommand(1);
-  app.footer(kExitCodes);
+CLI::App& AddRun(CLI::App& app, sim::FlightOptions& options) {
   CLI::App* const run = app.add_subcommand("run", "Fly a simulator folder's plugins without a window");
   run->footer(kExitCodes);
   run->add_option("--system", options.systemPath, "The simulator folder")->required();
@@ -56,13 +53,31 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
                   "Remember in this folder which plugin ended a flight; empty for nowhere");
 
   sim::AddCostOptions(*run, options.costs);
+  return *run;
+}
 
+int PrintVocabulary(bool asSchema) {
+  std::fputs((asSchema ? sim::VocabularySchema() : sim::VocabularyPage()).c_str(), stdout);
+  return sim::kExitPassed;
+}
+
+int ReadCommandLineAndRun(int argumentCount, char** arguments) {
+  CLI::App app("Reference simulator of the plugin manager VYRA", "vyra-sim");
+  app.require_subcommand(1);
+  app.footer(kExitCodes);
+  sim::FlightOptions options;
+  const CLI::App& run = AddRun(app, options);
+  bool asSchema = false;
+  CLI::App* const vocabulary =
+      app.add_subcommand("vocabulary", "Print what a flight file may say (Markdown)");
+  vocabulary->add_flag("--schema", asSchema,
+                       "Print it as a JSON schema, by which editors complete and check");
   try {
     app.parse(argumentCount, arguments);
   } catch (const CLI::Success& help) {
     return app.exit(help);
   }
-  return sim::Run(options);
+  return run.parsed() ? sim::Run(options) : PrintVocabulary(asSchema);
 }
 
 }  // namespace

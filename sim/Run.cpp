@@ -48,6 +48,11 @@ Report EmptyReport(const FlightOptions& options, const Flight& flight) {
   Report report;
   report.rate = options.rate;
   report.expectations.resize(flight.expectations.size());
+  for (const Expectation& expectation : flight.expectations) {
+    ExpectationReport& entry = report.expectations[expectation.index];
+    entry.text = expectation.claim.text;
+    entry.line = expectation.line;
+  }
   return report;
 }
 
@@ -115,7 +120,8 @@ void FlyUnsupervised(const FlightOptions& options, Flight& flight, Log& log, Cos
 int Run(const FlightOptions& options) {
   gWorld.systemPath = NormalSystemPath(options.systemPath);
   Flight flight;
-  if (!options.flightFile.empty()) flight = ReadFlight(options.flightFile, gWorld.systemPath, options.frames);
+  if (!options.flightFile.empty())
+    flight = ReadFlight(options.flightFile, {gWorld.systemPath, options.frames});
   CheckWritable(options.reportFile);
   Log log(options.logFile);
   CostRecord costs(options.costs, !options.reportFile.empty());

@@ -115,6 +115,7 @@ void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
     CallHook("VYRAInitializePlugins", VYRAInitializePlugins, gWorld.systemPath.c_str(), &services, nullptr);
     fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
     StartAiPlanes();
+    flight.runner.CheckExpectations(kAfterStart);
     RunFrames(options, flight);
   });
   TellPlugins();
@@ -133,10 +134,8 @@ void Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   gLog = &log;
   // On the terminal, progress between lines of the log would tear both.
   Narrator narrator(!options.logFile.empty());
-  FlightUnderWay flight{.runner = FlightRunner(std::move(plan), log, narrator),
-                        .narrator = narrator,
-                        .totals = {},
-                        .passes = {}};
+  FlightUnderWay flight{
+      .runner = FlightRunner(std::move(plan), narrator), .narrator = narrator, .totals = {}, .passes = {}};
   if (costs.IsMeasuring()) StartMeasuring(costs.Block(), costs.Trace());
 
   RegisterSimulatorDataRefs();

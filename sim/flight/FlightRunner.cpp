@@ -5,22 +5,20 @@
 
 #include <utility>
 
-#include "flight/Expectations.h"
-#include "flight/Steps.h"
 #include "host/CostWatch.h"
 #include "report/Event.h"
-#include "report/Log.h"
 #include "report/Narrator.h"
 
 namespace sim {
 
-FlightRunner::FlightRunner(Flight flightToFly, const Log& simulatorLog, Narrator& flightNarrator)
-    : flight(std::move(flightToFly)), log(simulatorLog), narrator(flightNarrator) {}
+FlightRunner::FlightRunner(Flight flightToFly, Narrator& flightNarrator)
+    : flight(std::move(flightToFly)), narrator(flightNarrator) {}
 
 void FlightRunner::CarryOutSteps(int frame) {
   for (; nextStep < flight.steps.size() && flight.steps[nextStep].frame == frame; ++nextStep) {
-    const Outcome outcome = CarryOut(flight.steps[nextStep].action);
-    if (!outcome.succeeded) TellEvent(StepFailed{{.frame = frame, .line = 0, .text = outcome.text}});
+    const Step& step = flight.steps[nextStep];
+    const Outcome outcome = step.effect();
+    if (!outcome.succeeded) TellEvent(StepFailed{{.frame = frame, .line = step.line, .text = outcome.text}});
     MarkInTrace(outcome.text);
     narrator.Tell(frame, outcome.succeeded ? outcome.text : "FAILED  " + outcome.text);
   }
@@ -28,14 +26,16 @@ void FlightRunner::CarryOutSteps(int frame) {
 
 void FlightRunner::CheckExpectations(int moment) {
   const std::vector<Expectation>& all = flight.expectations;
-  for (; nextExpectation < all.size() && all[nextExpectation].frame == moment; ++nextExpectation) {
-    const Verdict verdict = Check(all[nextExpectation].claim, log);
-    TellEvent(ExpectationSettled{.index = nextExpectation,
-                                 .holds = verdict.holds,
-                                 .found = verdict.found,
-                                 .coversLoadFailures = false});
-    narrator.Tell(moment, fmt::format("{}  {} (found {})", verdict.holds ? "ok    " : "FAILED", verdict.claim,
-                                      verdict.found));
+  for (; nextExpectation < all.size() && all[nextExpectation].moment == moment; ++nextExpectation) {
+    const Expectation& expectation = all[nextExpectation];
+    const Finding finding = expectation.claim.check();
+    TellEvent(
+        ExpectationSettled{.index = expectation.index,
+                           .holds = finding.holds,
+                           .found = finding.found,
+                           .coversLoadFailures = finding.holds && expectation.claim.coversLoadFailures});
+    narrator.Tell(moment, fmt::format("{}  {} (found {})", finding.holds ? "ok    " : "FAILED",
+                                      expectation.claim.text, finding.found));
   }
 }
 

@@ -5,6 +5,7 @@
 namespace sim {
 
 std::string MomentName(int moment) {
+  if (moment == kAfterStart) return "start";
   if (moment == kAtEnd) return "end";
   if (moment == kAfterShutdown) return "shutdown";
   return fmt::format("frame {}", moment);

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -20,12 +21,6 @@ fs::path MakeFolder() {
   std::string pattern = (fs::temp_directory_path() / "vyra-sim-test-XXXXXX").string();
   if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for a test");
   return pattern;
-}
-
-std::string ReadFile(const fs::path& path) {
-  std::ostringstream text;
-  text << std::ifstream(path).rdbuf();
-  return text.str();
 }
 
 // In the child: becomes the program, or ends.
@@ -66,6 +61,23 @@ SimulatorRun RunSimulator(std::vector<std::string> arguments) {
   if (run.report.is_discarded()) run.report = nullptr;
   fs::remove_all(files);
   return run;
+}
+
+std::string ReadFile(const fs::path& path) {
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
+}
+
+void ExpectSchemaHolds(const nlohmann::json& schema, const nlohmann::json& value) {
+  const fs::path files = MakeFolder();
+  std::ofstream(files / "schema") << schema.dump();
+  std::ofstream(files / "value") << value.dump();
+  // Debian's own, as another Python may stand first in the path and not have it.
+  const std::string command = "/usr/bin/python3 /usr/bin/jsonschema -i " + (files / "value").string() + " " +
+                              (files / "schema").string() + " 2> " + (files / "errors").string();
+  EXPECT_EQ(std::system(command.c_str()), 0) << ReadFile(files / "errors");
+  fs::remove_all(files);
 }
 
 SimulatorFolder::SimulatorFolder() : root(MakeFolder()) {

@@ -18,6 +18,11 @@ struct SimulatorRun {
 // a minute.
 SimulatorRun RunSimulator(std::vector<std::string> arguments);
 
+std::string ReadFile(const std::filesystem::path& path);
+
+// Fails the test when a value does not fit a JSON schema.
+void ExpectSchemaHolds(const nlohmann::json& schema, const nlohmann::json& value);
+
 // A simulator folder that lasts as long as this, with the modules that a test puts into it.
 class SimulatorFolder {
  public:

@@ -1,0 +1,57 @@
+// An object of a flight file, held against the keys that it may have: what is read through it is as it was
+// declared. Every problem is an InputError with file, line and column.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "flight/JsonDocument.h"
+#include "flight/Key.h"
+#include "host/DataRefValue.h"
+
+namespace sim {
+
+class Entry {
+ public:
+  // The value at a pointer of the document. `place` is what an error calls it, "steps[2]"; the root has none.
+  // The document must outlive this.
+  Entry(const JsonDocument& documentToRead, std::string pointerTo, std::string placeName);
+
+  // Throws unless the object has the keys that are required, no others than these, and fitting values.
+  void Check(const std::vector<Key>& keys) const;
+
+  bool Has(std::string_view key) const { return value.contains(key); }
+  std::vector<std::string_view> Keys() const;
+  int Line() const { return document.ValueAt(pointer).line; }
+
+  // Of a key that was declared of this kind and is there. Without a second argument, that is the caller's to
+  // know; with it, a missing key has that value.
+  std::string Text(std::string_view key) const;
+  std::string Text(std::string_view key, const std::string& otherwise) const;
+  int WholeNumber(std::string_view key) const;
+  int WholeNumber(std::string_view key, int otherwise) const;
+  double Number(std::string_view key) const;
+  DataRefValue Value(std::string_view key) const;
+  Entry Object(std::string_view key) const;
+  // An array's elements, each an object; none when the key is missing.
+  std::vector<Entry> Elements(std::string_view key) const;
+
+  // Throw with the place of this object, of a key of it, or of a key's value.
+  [[noreturn]] void Fail(const std::string& problem) const;
+  [[noreturn]] void FailAtKey(std::string_view key, const std::string& problem) const;
+  [[noreturn]] void FailAtValue(std::string_view key, const std::string& problem) const;
+
+ private:
+  void CheckValue(const Key& key) const;
+  const nlohmann::json& At(std::string_view key) const;
+  std::string PointerTo(std::string_view key) const;
+  [[noreturn]] void FailAt(JsonPosition position, const std::string& problem) const;
+
+  const JsonDocument& document;
+  std::string pointer;
+  std::string place;
+  const nlohmann::json& value;
+};
+
+}  // namespace sim

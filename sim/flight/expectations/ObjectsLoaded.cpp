@@ -1,0 +1,27 @@
+#include <fmt/format.h>
+#include <limits>
+
+#include "flight/expectations/Expectations.h"
+#include "world/Objects.h"
+
+namespace sim {
+namespace {
+
+Claim Read(const Entry& entry, const FlightContext& /*context*/) {
+  const int wanted = entry.WholeNumber("objectsLoaded");
+  return {.text = fmt::format("number of objects loaded is {}", wanted), .check = [wanted]() -> Finding {
+            const int count = LoadedObjects();
+            return {count == wanted, std::to_string(count)};
+          }};
+}
+
+}  // namespace
+
+ExpectationWord ObjectsLoadedExpectation() {
+  return {{.key = WholeNumberKey("objectsLoaded", 0, std::numeric_limits<int>::max(),
+                                 "so many loads of objects were not released yet"),
+           .others = {}},
+          Read};
+}
+
+}  // namespace sim

@@ -1,0 +1,27 @@
+#include <fmt/format.h>
+#include <limits>
+
+#include "VYRAPlugin.h"
+#include "flight/expectations/Expectations.h"
+
+namespace sim {
+namespace {
+
+Claim Read(const Entry& entry, const FlightContext& /*context*/) {
+  const int wanted = entry.WholeNumber("pluginCount");
+  return {.text = fmt::format("there are {} plugins", wanted), .check = [wanted]() -> Finding {
+            const int count = VYRACountPlugins();
+            return {count == wanted, std::to_string(count)};
+          }};
+}
+
+}  // namespace
+
+ExpectationWord PluginCountExpectation() {
+  return {{.key = WholeNumberKey("pluginCount", 0, std::numeric_limits<int>::max(),
+                                 "the registry has so many records, the simulator's included"),
+           .others = {}},
+          Read};
+}
+
+}  // namespace sim
