@@ -1,4 +1,5 @@
-// Finding datarefs by name and by owner, beside the ordered map of them all.
+// The index that finds a dataref by its name, and the datarefs of each plugin. They stand beside the ordered
+// map of all datarefs.
 #include <algorithm>
 #include <cstring>
 #include <functional>
@@ -12,7 +13,7 @@ VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
 
 namespace {
 
-// Holds what a look-up asks of a record.
+// A record, and copies of what a search by name compares: a search need not read the record itself.
 struct NameEntry {
   VYRAData_t* record = nullptr;
   const char* name = nullptr;
@@ -29,7 +30,7 @@ std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(std::hash<std::string_view>()(name));
 }
 
-// Names are never given up, so they lie end to end in blocks.
+// Copies a name into a block of names. It is never freed, as its record never is.
 std::string_view KeepName(std::string_view name) {
   constexpr std::size_t kBlockSize = 65536;
   static char* next = nullptr;

@@ -41,20 +41,20 @@ struct VYRADataBlock {
   VYRAData_t slots[kCapacity];
 };
 
-// By name; the keys are the records' own names, which never change.
+// All records by name; the keys are the records' own names, which never change.
 extern std::map<std::string_view, VYRAData_t*> gDataRefs;
 extern VYRADataBlock* gDataBlock;  // the first block
 extern VYRADataBlock* gDataFree;   // the last block, which is being filled
 extern int gDataCount;             // records handed out
 
-// By owner.
+// The records of each plugin, for the plugin's end.
 extern VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
 
 // A fresh record from the pool.
 VYRAData_t* AllocDataRef();
 
-// The record of a name, if it has an owner, or null. Answered from an index beside the map, without a look at
-// the record: memory is slower than everything else here.
+// The record of a name, if anybody publishes it now, or null. The record itself is not read: it lies in
+// memory that a processor has to fetch first, which would take longer than the whole search.
 VYRAData_t* VYRADataAccessFindOwned(const char* name);
 
 // The record of a name, made when there is none.
@@ -71,7 +71,7 @@ VYRAData_t* DataIsValid(VYRADataRef pointer);
 // a look at the record, so that many handles can be checked in a row.
 bool VYRADataAccessIsOwned(VYRADataRef pointer);
 
-// Notes for VYRADataAccessIsOwned whether a record has an owner.
+// Notes whether a record has an owner, for VYRADataAccessIsOwned to answer.
 void VYRADataAccessNoteOwned(const VYRAData_t* record, bool owned);
 
 // A dataref's name, or a text in brackets that says why there is none.

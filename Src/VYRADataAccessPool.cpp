@@ -28,7 +28,7 @@ static_assert(VYRADataBlock::kCapacity <= 32,
 
 VYRAHashIndex<BlockEntry> gBlocks;
 
-// A slot that was handed out; without an entry, none.
+// A slot that was handed out: its block, and its number there. Without a block, no slot.
 struct Slot {
   BlockEntry* entry = nullptr;
   std::size_t number = 0;
@@ -40,7 +40,7 @@ Slot SlotOf(const VYRAData_t* pointer) {
   for (const std::uintptr_t candidate : {granule, granule - 1}) {
     BlockEntry* entry = gBlocks.Find(candidate, [](const BlockEntry&) { return true; });
     if (entry == nullptr) continue;
-    // All blocks but the last are full: looking there would fetch a line of memory for nothing.
+    // Every block but the last is full, so theirs need not be read.
     const int used = entry->block == gDataFree ? gDataFree->used : VYRADataBlock::kCapacity;
     const std::uintptr_t distance =
         reinterpret_cast<std::uintptr_t>(pointer) - reinterpret_cast<std::uintptr_t>(entry->block->slots);

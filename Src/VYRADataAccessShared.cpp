@@ -122,7 +122,7 @@ std::size_t InitialSize(int type) {
   }
 }
 
-// An accessor where the item has its type, else null.
+// The accessor if the item is of its type, else null: a dataref offers no other.
 template <class Accessor>
 Accessor* ForType(const Item& item, int type, Accessor* accessor) {
   return item.type == type ? accessor : nullptr;

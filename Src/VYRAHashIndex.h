@@ -7,7 +7,8 @@
 #include <utility>
 #include <vector>
 
-// Entry is small and copyable. It has a Hash(), and IsUsed(), which a default-constructed one denies.
+// An Entry is small and copyable. It knows its Hash(); IsUsed() tells it from a default-constructed one,
+// which marks a free place.
 template <class Entry>
 class VYRAHashIndex {
  public:
@@ -69,5 +70,5 @@ class VYRAHashIndex {
 
   std::vector<Entry> entries = std::vector<Entry>(2);  // a power of two, at most half of them used
   std::size_t count = 0;
-  int shift = 63;  // 64 less the bits of a place
+  int shift = 63;  // 64 minus the number of bits that an index into `entries` has
 };

@@ -32,10 +32,11 @@ extern std::vector<std::unique_ptr<VYRAMenuInfo_t>> gMenus;
 // The menu "Plugins"; null before the start.
 extern VYRAMenuInfo_t* gPluginMenu;
 
-// The position of a plugin's item, of which it knows the number, or -1.
+// The position, among all items of the menu, of the item that a plugin knows by this number; -1 when it has
+// no such item.
 int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int pluginIndex);
 
-// The number by which a plugin knows its item at a position, or -1 when it has none there.
+// The number by which a plugin knows its item at a position; -1 when the item there is not its own.
 int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int position);
 
 // Starts with no menu but a new "Plugins". Menus of an earlier start are forgotten without a word to the

@@ -19,7 +19,7 @@ VYRAProbeRef VYRACreateProbe(int type) {
   const VYRAPluginID plugin = VYRAGetDispatchedPlugin();
   const int hostIndex = TakeHostProbe();
   const auto probe =
-      gProbes.insert(std::make_unique<VYRAProbe_t>(VYRAProbe_t{plugin, type, hostIndex})).first;
+      gProbes.insert(std::make_unique<VYRAProbe_t>(VYRAProbe_t{{}, plugin, type, hostIndex})).first;
   return probe->get();
 }
 

@@ -6,9 +6,10 @@
 #include <memory>
 #include <set>
 
+#include "VYRARecordPool.h"
 #include "VYRAScenery.h"
 
-struct VYRAProbe_t {
+struct VYRAProbe_t : VYRAPooled_t<VYRAProbe_t> {
   VYRAPluginID owner;
   std::int32_t type;
   std::int32_t hostIndex;
@@ -28,7 +29,7 @@ struct VYRAProbeOrder {
 // Every probe. A handle, which is a record's address, is good while it stands here.
 extern std::set<std::unique_ptr<VYRAProbe_t>, VYRAProbeOrder> gProbes;
 
-// The host's probes whose own were destroyed.
+// The host's numbers of the probes that were destroyed here, to be used again.
 extern std::set<int> gFreeProbes;
 
 // A plugin leaves: its probes go.

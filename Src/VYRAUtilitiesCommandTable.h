@@ -16,7 +16,7 @@ struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t>, VYRAPooled_t<VYRACommandC
   VYRAPluginID owner = VYRA_NO_PLUGIN;
   void* refcon = nullptr;
   std::uint64_t serial = 0;         // rises with each registration
-  VYRACommandCB_t* next = nullptr;  // stays as it was when the record is removed
+  VYRACommandCB_t* next = nullptr;  // stays as it was when the record is taken out of its list
   VYRACommandRef command = nullptr;
 };
 

@@ -19,8 +19,10 @@ using Handler = VYRACommandCB_t;
 
 std::uint64_t gRegistrations = 0;
 std::uint64_t gPresses = 0;
-int gPasses = 0;                                         // on their way through handlers
-std::vector<std::unique_ptr<Handler>> gRemovedHandlers;  // on which one of them may stand
+int gPasses = 0;  // walks over handlers that are on the stack
+// Kept until no pass is on the stack: a pass may be in the middle of calling one, and then follows its
+// `next`.
+std::vector<std::unique_ptr<Handler>> gRemovedHandlers;
 
 VYRACommandTable& HooksFor(int before) { return before != 0 ? gPreHooks : gPostHooks; }
 
@@ -34,7 +36,6 @@ class StPass {
   StPass& operator=(const StPass&) = delete;
 };
 
-// A pass that stands on the handler goes on from it, past those that are removed after it.
 void Remove(VYRACommandTable& hooks, Handler* handler) {
   std::unique_ptr<Handler> removed = hooks.Take(handler);
   removed->callback = nullptr;

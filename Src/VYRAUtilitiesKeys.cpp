@@ -9,7 +9,7 @@
 #include "VYRAUtilities.h"
 
 std::vector<int> gButtons;
-std::vector<int> gRepeatedButtons;  // what a pass hands to the host; empty while one does
+std::vector<int> gRepeatedButtons;  // memory for the list that is handed to the host, kept between passes
 
 namespace {
 
@@ -98,7 +98,7 @@ void VYRACommandButtonRelease(int button) {
 
 void VYRADoRepeatedButtons() {
   if (gButtons.empty()) return;
-  // A copy, as the host's call may lead to presses and releases. Its memory is kept from pass to pass.
+  // A copy, as the host's call may lead to presses and releases, and to a pass inside this one.
   std::vector<int> buttons = std::exchange(gRepeatedButtons, {});
   buttons.assign(gButtons.begin(), gButtons.end());
   buttons.push_back(0);

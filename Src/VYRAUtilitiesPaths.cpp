@@ -14,7 +14,7 @@ static_assert(VYRA_PATH_SIZE == kPathBufferSize);
 
 namespace {
 
-// What parts folders in the host's older encoding.
+// The separator of folders in the host's older encoding.
 constexpr char kOldDirSeparator[] = "/";
 
 // A plugin's two buffers for a listing, and what is still free in them.
