@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
+#include <set>
 #include <vector>
 
 #include "ResourceListScript.h"
@@ -169,6 +171,20 @@ TEST_F(ResourceList, WalkEndsWhenAnExceptionLeavesItUnlessItIsLeftOpen) {
     walk.LeaveOpen();
   }
   EXPECT_EQ(list.IterationDepth(), 1);
+}
+
+TEST(RecordPool, GivesASlotOutAgainAfterAsManyOthersAsABlockHolds) {
+  struct Record {
+    double value;
+  };
+  using Pool = VYRARecordPool<Record>;
+  std::vector<void*> slots;
+  for (std::size_t i = 0; i < 2 * Pool::kSlotsPerBlock; ++i) slots.push_back(Pool::Take());
+  EXPECT_EQ(std::set(slots.begin(), slots.end()).size(), slots.size());
+  for (std::size_t i = 0; i + 1 < Pool::kSlotsPerBlock; ++i) Pool::Give(slots[i]);
+  EXPECT_EQ(std::find(slots.begin(), slots.end(), Pool::Take()), slots.end()) << "too few wait";
+  Pool::Give(slots.back());
+  EXPECT_EQ(Pool::Take(), slots.front()) << "the one that has waited longest";
 }
 
 TEST(ResourceListPlay, RandomPlayAgreesWithTheModel) {
