@@ -54,11 +54,10 @@ int VYRADispatchDrawingHook(int phase, int isBefore, int isReflection) {
     inUse = true;
     return !record.is_dead() && record.callback != nullptr && WantsPass(record, isReflection);
   };
-  VYRADrawCallbackRecord* record = nullptr;
-  while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
-    if (!dispatch(record->owner)) continue;
+  for (const VYRADrawCallbackRecord& record : walk.Where(isMeant)) {
+    if (!dispatch(record.owner)) continue;
     // Kept: bit by bit, so that a 2 beside a 1 stops the host's drawing as a 0 does.
-    result &= record->callback(phase, isBefore, record->refcon);
+    result &= record.callback(phase, isBefore, record.refcon);
     dispatch.Ended();
   }
   if (!inUse) gPhasesInUse.reset(PlaceOf(phase, isBefore));

@@ -6,6 +6,7 @@
 #include "VYRADisplay.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRAResourceList.h"
+#include "VYRAResourceWalk.h"
 
 struct VYRADrawCallbackRecord : VYRAResource_t<VYRADrawCallbackRecord> {
   VYRADrawCallback_f callback = nullptr;
@@ -22,18 +23,18 @@ struct VYRAKeyCallbackRecord : VYRAResource_t<VYRAKeyCallbackRecord> {
   void* refcon = nullptr;
 };
 
-struct VYRAWindowCallbackRecord : VYRAResource_t<VYRAWindowCallbackRecord> {
+struct VYRAWindowCallbackRecord : VYRAStackedResource_t<VYRAWindowCallbackRecord> {
   int left = 0;
   int top = 0;
   int right = 0;
   int bottom = 0;
   int visible = 0;
+  VYRAPluginID owner = VYRA_NO_PLUGIN;
   VYRADrawWindow_f draw = nullptr;
   VYRAHandleKey_f handleKey = nullptr;
   VYRAHandleMouseClick_f handleMouseClick = nullptr;
   VYRAHandleCursor_f handleCursor = nullptr;
   VYRAHandleMouseWheel_f handleMouseWheel = nullptr;
-  VYRAPluginID owner = VYRA_NO_PLUGIN;
   void* refcon = nullptr;
 };
 
@@ -83,12 +84,3 @@ void VYRADisplayDisableHook(VYRAPluginID plugin);
 
 // A plugin leaves: its draw callbacks, key sniffers, windows and hot keys are removed.
 void VYRADisplayCleanupHook(VYRAPluginID plugin);
-
-// Removes every record of a plugin from a list, in one walk.
-template <class Record>
-void VYRADisplayRemoveAllOf(VYRAResourceList<Record>& list, VYRAPluginID plugin) {
-  VYRAResourceWalk<Record> walk(list);
-  while (Record* record = walk.Next()) {
-    if (record->owner == plugin) list.Remove(record);
-  }
-}

@@ -41,10 +41,9 @@ bool SnifferConsumes(const Key& pressed) {
     if ((record.beforeWindows != 0) != beforeWindows || record.callback == nullptr) return false;
     return !beforeWindows || !record.is_dead();
   };
-  VYRAKeyCallbackRecord* record = nullptr;
-  while ((record = walk.NextWhere(isMeant, record)) != nullptr) {
-    if (!dispatch(record->owner)) continue;
-    if (record->callback(pressed.key, pressed.flags, pressed.virtualKey, record->refcon) == 0) return true;
+  for (const VYRAKeyCallbackRecord& sniffer : walk.Where(isMeant)) {
+    if (!dispatch(sniffer.owner)) continue;
+    if (sniffer.callback(pressed.key, pressed.flags, pressed.virtualKey, sniffer.refcon) == 0) return true;
     dispatch.Ended();
   }
   return false;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "VYRAResourceList.h"
+#include "VYRAResourceWalk.h"
 
 // Gives a record up for good, and names it to a leak checker that is there, so that the checker goes on to
 // find every other leak.

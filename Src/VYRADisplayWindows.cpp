@@ -192,11 +192,10 @@ void VYRADisplayDisableHook(VYRAPluginID plugin) {
 }
 
 void VYRADisplayCleanupHook(VYRAPluginID plugin) {
-  VYRADisplayRemoveAllOf(gDrawCallbacks, plugin);
-  VYRADisplayRemoveAllOf(gKeyCallbacks, plugin);
-  // Asked of the two windows themselves: one that is hidden from the list is not met by the walk below.
+  gDrawCallbacks.RemoveAllOf(plugin);
+  gKeyCallbacks.RemoveAllOf(plugin);
   if (gFocusWindow != nullptr && gFocusWindow->owner == plugin) VYRATakeKeyboardFocus(nullptr);
   if (gDragWindow != nullptr && gDragWindow->owner == plugin) gDragWindow = nullptr;
-  VYRADisplayRemoveAllOf(gWindows, plugin);
-  VYRADisplayRemoveAllOf(gHotKeys, plugin);
+  gWindows.RemoveAllOf(plugin);
+  gHotKeys.RemoveAllOf(plugin);
 }

@@ -130,23 +130,16 @@ void VYRAProcessingRunPass(float now, int phase) {
     const bool due = now >= loop.dueTime || static_cast<float>(number) >= loop.dueCycle;
     return due && loop.phase == phase && !loop.is_dead() && loop.callback != nullptr;
   };
-  VYRAFlightLoopRecord* loop = nullptr;
-  while ((loop = walk.NextWhere(isDue, loop)) != nullptr) {
-    if (!dispatch(loop->owner)) continue;
-    const float interval =
-        loop->callback(now - loop->lastCallTime, now - gLastCallTime, number, loop->refcon);
+  for (VYRAFlightLoopRecord& loop : walk.Where(isDue)) {
+    if (!dispatch(loop.owner)) continue;
+    const float interval = loop.callback(now - loop.lastCallTime, now - gLastCallTime, number, loop.refcon);
     dispatch.Ended();
     number = gLastCallNumber;  // higher, when the callback led to passes
     if (!walk.HoldsRecord()) continue;
-    loop->lastCallTime = now;
-    loop->lastCallCycle = number;
-    loop->Wait(interval);
+    loop.lastCallTime = now;
+    loop.lastCallCycle = number;
+    loop.Wait(interval);
   }
 }
 
-void VYRAProcessingCleanupHook(VYRAPluginID plugin) {
-  VYRAResourceWalk walk(gFlightLoops);
-  while (VYRAFlightLoopRecord* loop = walk.Next()) {
-    if (loop->owner == plugin) gFlightLoops.Remove(loop);
-  }
-}
+void VYRAProcessingCleanupHook(VYRAPluginID plugin) { gFlightLoops.RemoveAllOf(plugin); }

@@ -3,6 +3,7 @@
 
 #include "VYRAProcessing.h"
 #include "VYRAResourceList.h"
+#include "VYRAResourceWalk.h"
 
 struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
   VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle, VYRAPluginID plugin);

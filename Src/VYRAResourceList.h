@@ -4,34 +4,27 @@
 // freed or relinked. Records are made by the subsystem and owned by the list from Add onward.
 #pragma once
 
-#include <algorithm>
-#include <memory>
-#include <vector>
+#include <cstdint>
+#include <limits>
 
-#include "VYRARecordPool.h"
+#include "VYRAResource.h"
+#include "VYRAResourceCursor.h"
+#include "VYRAResourceHold.h"
 
-template <class T>
-class VYRAResourceList;
 template <class T>
 class VYRAResourceWalk;
 
-// The base of every record of a list.
-template <class T>
-class VYRAResource_t : public VYRAPooled_t<T> {
- public:
-  T* get_next() const { return next; }
-  T* get_prev() const { return prev; }
-  bool is_dead() const { return dead; }
+// How many walks of a list have begun and not ended. Some are meant to have no end, so it stops at the
+// largest number rather than overflow.
+struct VYRAIterationDepth {
+  void Raise() {
+    if (value < std::numeric_limits<int>::max()) ++value;
+  }
+  void Lower() {
+    if (value > 0) --value;
+  }
 
- private:
-  friend class VYRAResourceList<T>;
-
-  T* next = nullptr;
-  T* prev = nullptr;
-  T* nextDead = nullptr;
-  T* nextDropped = nullptr;
-  bool dead = false;  // last, with onDeadChain: a record's own fields start in the rest of their word
-  bool onDeadChain = false;
+  int value = 0;
 };
 
 template <class T>
@@ -42,12 +35,28 @@ class VYRAResourceList {
   VYRAResourceList& operator=(const VYRAResourceList&) = delete;
 
   // Links a record in front of where the head stands now.
-  void Add(T* item) { VYRAAddResource(item); }
+  void Add(T* item) {
+    if constexpr (Cursor::IsStack()) {
+      item->serial = ++newestSerial;
+      for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) cursor->BeforeAdd();
+    }
+    VYRAAddResource(item);
+  }
 
   // Frees a record, or marks it dead while a walk is in progress.
   void Remove(T* item) {
-    VYRAKillResource(item, iterationDepth != 0);
-    if (iterationDepth != 0) needsClean = true;
+    VYRAKillResource(item, depth.value != 0);
+    if (depth.value != 0) needsClean = true;
+  }
+
+  // Removes every record that this plugin made, in a walk of its own. The hidden ones go too.
+  template <class Plugin>
+  void RemoveAllOf(Plugin owner) {
+    for (T* item = BeginIterate(); item != nullptr; item = item->next) {
+      if (item->owner == owner) Remove(item);
+    }
+    if constexpr (Cursor::IsStack()) FreeHiddenOf(owner);
+    EndIterate();
   }
 
   // Relinks a record at the front, at once, also during a walk.
@@ -55,15 +64,18 @@ class VYRAResourceList {
   // Kept: this revives a dead record, but leaves it on the chain of dead ones, so that the next end of a
   // walk frees it nevertheless; the dead records behind it on that chain stay linked and are never freed.
   void MoveToFront(T* item) {
-    for (VYRAResourceWalk<T>* walk = walks; walk != nullptr; walk = walk->outer) walk->BeforeMove(item);
+    static_assert(Cursor::IsStack());
+    for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) {
+      cursor->BeforeMove(item);
+    }
     VYRARemoveResource(item);
     VYRAAddResource(item);
-    for (VYRAResourceWalk<T>* walk = walks; walk != nullptr; walk = walk->outer) walk->AfterMove(item);
+    for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) cursor->AfterMove(item);
   }
 
   // Begins a walk and returns the first record. Walks that call plugins use VYRAResourceWalk.
   T* BeginIterate() {
-    ++iterationDepth;
+    depth.Raise();
     while (head != nullptr && head->prev != nullptr) head = head->prev;
     return head;
   }
@@ -73,7 +85,8 @@ class VYRAResourceList {
   // Kept: the head stays on the last record until the next BeginIterate. A record that is added in between
   // hides all records before the last one from the list; VYRAHost.h tells hosts how never to get there.
   T* BeginReverseIterate() {
-    ++iterationDepth;
+    static_assert(Cursor::IsStack());
+    depth.Raise();
     while (head != nullptr && head->next != nullptr) head = head->next;
     return head;
   }
@@ -83,7 +96,7 @@ class VYRAResourceList {
   // Kept: dead records are freed at the end of any walk, an inner one too. Registrations rely on it: after
   // an unregistration returns, the record is gone.
   void EndIterate() {
-    iterationDepth = std::max(iterationDepth - 1, 0);
+    depth.Lower();
     if (needsClean) Clean();
   }
 
@@ -92,13 +105,19 @@ class VYRAResourceList {
     needsClean = false;
   }
 
-  int IterationDepth() const { return iterationDepth; }
+  // Holds on to a record of the list, or to none.
+  VYRAResourceHold<T> Hold(T* item) { return VYRAResourceHold<T>(innermostHold, item); }
+
+  int IterationDepth() const { return depth.value; }
 
  private:
   friend class VYRAResourceWalk<T>;
+  using Cursor = VYRAResourceCursor<T>;
 
   void VYRAAddResource(T* item) {
-    if (head != nullptr && head->prev != nullptr) NoteDropped(head->prev);
+    if constexpr (Cursor::IsStack()) {
+      if (head != nullptr && head->prev != nullptr) HideUpTo(head->prev);
+    }
     item->prev = nullptr;
     item->next = head;
     if (head != nullptr) head->prev = item;
@@ -109,7 +128,8 @@ class VYRAResourceList {
 
   void VYRAKillResource(T* item, bool deferred) {
     if (!deferred) {
-      for (VYRAResourceWalk<T>* walk = walks; walk != nullptr; walk = walk->outer) walk->Forget(item);
+      for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) cursor->Forget(item);
+      for (auto* hold = innermostHold; hold != nullptr; hold = hold->outer) hold->Forget(item);
       VYRARemoveResource(item);
       delete item;
       return;
@@ -124,14 +144,18 @@ class VYRAResourceList {
 
   // Unlinks a record without freeing it.
   void VYRARemoveResource(T* item) {
-    for (VYRAResourceWalk<T>* walk = walks; walk != nullptr; walk = walk->outer) walk->StepOff(item);
+    for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) {
+      cursor->BeforeUnlink(item);
+    }
     if (head == item) {
       head = item->next;
-      if (head == nullptr && item->prev != nullptr) NoteDropped(item->prev);
+      if constexpr (Cursor::IsStack()) {
+        if (head == nullptr && item->prev != nullptr) HideUpTo(item->prev);
+      }
     }
     if (item->prev != nullptr) item->prev->next = item->next;
     if (item->next != nullptr && item->next->prev == item) item->next->prev = item->prev;
-    UnlinkDropped(item);
+    if constexpr (Cursor::IsStack()) UnlinkFromHidden(item);
   }
 
   void VYRACleanResources() {
@@ -154,187 +178,70 @@ class VYRAResourceList {
     }
   }
 
-  // A run of records was dropped from the list; this is its last one. It still names the record that used
-  // to follow it, and a walk inside the run would go there, so the list keeps that link true.
-  void NoteDropped(T* tail) {
-    tail->nextDropped = droppedTails;
-    droppedTails = tail;
+  // The hidden records stand in runs, each reached from its last one, the tail, by get_prev. A tail still
+  // names the record that used to follow it, as a walk inside the run goes on there, until that record is
+  // unlinked.
+
+  void HideUpTo(T* tail) {
+    tail->isHiddenTail = true;
+    tail->nextHiddenTail = hiddenTails;
+    hiddenTails = tail;
+    if (tail->next != nullptr) tail->next->followsHiddenTail = true;
   }
 
-  // Mends the dropped runs for a record that is being unlinked: those that lead to it, and its own.
-  void UnlinkDropped(T* item) {
-    T** link = &droppedTails;
-    while (T* tail = *link) {
-      if (tail != item) {
+  // Mends the runs for a record that is being unlinked: those that lead to it, and its own.
+  void UnlinkFromHidden(T* item) {
+    if (item->followsHiddenTail) {
+      item->followsHiddenTail = false;
+      for (T* tail = hiddenTails; tail != nullptr; tail = tail->nextHiddenTail) {
         if (tail->next == item) tail->next = item->next;
-        link = &tail->nextDropped;
-        continue;
       }
-      *link = tail->nextDropped;
-      tail->nextDropped = nullptr;
-      if (tail->prev != nullptr) {
-        tail->prev->nextDropped = *link;
-        *link = tail->prev;
-        link = &tail->prev->nextDropped;
+      if (item->next != nullptr) item->next->followsHiddenTail = true;
+    }
+    if (!item->isHiddenTail) return;
+    T** link = &hiddenTails;
+    while (*link != item) link = &(*link)->nextHiddenTail;
+    TakeTailOff(link);
+  }
+
+  // The record before a tail becomes its run's tail; without one the run ends. Whether there was one.
+  static bool TakeTailOff(T** link) {
+    T* const tail = *link;
+    T* const before = tail->prev;
+    *link = before != nullptr ? before : tail->nextHiddenTail;
+    if (before != nullptr) {
+      before->isHiddenTail = true;
+      before->nextHiddenTail = tail->nextHiddenTail;
+    }
+    tail->isHiddenTail = false;
+    tail->nextHiddenTail = nullptr;
+    return before != nullptr;
+  }
+
+  template <class Plugin>
+  void FreeHiddenOf(Plugin owner) {
+    // Those on the chain of dead ones are freed from there.
+    const auto isMeant = [&](const T& item) { return item.owner == owner && !item.onDeadChain; };
+    for (T** link = &hiddenTails; *link != nullptr;) {
+      T* const tail = *link;
+      for (T* item = tail->prev; item != nullptr;) {
+        T* const before = item->prev;
+        if (isMeant(*item)) VYRAKillResource(item, false);
+        item = before;
       }
+      const bool tailGoes = isMeant(*tail);
+      const bool runStays = !tailGoes || TakeTailOff(link);
+      if (tailGoes) VYRAKillResource(tail, false);
+      if (runStays) link = &(*link)->nextHiddenTail;
     }
   }
 
   T* head = nullptr;      // an anchor into the chain: the first record, or after a reverse begin the last
   T* deadHead = nullptr;  // dead records that wait to be freed
-  int iterationDepth = 0;
+  VYRAIterationDepth depth;
   bool needsClean = false;
-  VYRAResourceWalk<T>* walks = nullptr;  // the innermost walk in progress
-  T* droppedTails = nullptr;
-};
-
-// A walk in progress. It begins when it is made and ends with its scope, also when a callback throws:
-//
-//   VYRAResourceWalk walk(gFlightLoops);
-//   while (VYRAFlightLoopRecord* loop = walk.Next()) { ... }
-//
-// Whatever happens to the list in between, Next never gives a record that was freed, gives no record twice,
-// and passes over none that is still in the list, other than ones that were added during the walk.
-template <class T>
-class VYRAResourceWalk {
- public:
-  enum class Order { forward, reverse };
-
-// GCC does not see that the destructor takes the address back.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdangling-pointer"
-#endif
-  explicit VYRAResourceWalk(VYRAResourceList<T>& walked, Order walkOrder = Order::forward)
-      : list(walked),
-        order(walkOrder),
-        resume(order == Order::forward ? list.BeginIterate() : list.BeginReverseIterate()),
-        outer(list.walks) {
-    list.walks = this;
-  }
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic pop
-#endif
-  ~VYRAResourceWalk() {
-    list.walks = outer;
-    if (ends) list.EndIterate();
-  }
-  VYRAResourceWalk(const VYRAResourceWalk&) = delete;
-  VYRAResourceWalk& operator=(const VYRAResourceWalk&) = delete;
-
-  // The next record, dead ones included, or null at the end.
-  T* Next() {
-    if (onDetour) [[unlikely]]
-      return NextByDetour();
-    record = Successor(record);
-    if (record == nullptr) TakeLater();
-    return record;
-  }
-
-  // The next record of a forward walk that is wanted, after the one that the walk gave last, or null for the
-  // first. `wanted` only looks: nothing changes the list meanwhile, so the others are passed without a note.
-  template <class Predicate>
-  T* NextWhere(Predicate wanted, T* last) {
-    for (;;) {
-      if (!onDetour && last != nullptr) [[likely]] {
-        while (T* item = last->get_next()) {
-          if (wanted(*item)) return record = item;
-          last = item;
-        }
-        record = last;
-      }
-      last = Next();
-      if (last == nullptr || wanted(*last)) return last;
-    }
-  }
-
-  // Whether the record that Next gave last is still in memory.
-  bool HoldsRecord() const { return record != nullptr; }
-
-  // For the walks whose begin is meant to have no end: the list's depth stays raised.
-  void LeaveOpen() { ends = false; }
-
- private:
-  friend class VYRAResourceList<T>;
-
-  struct Moved {
-    std::vector<T*> later;     // to come after the end of the chain
-    std::vector<T*> passOver;  // had their turn
-  };
-
-  static bool Contains(const std::vector<T*>& records, const T* item) {
-    return std::find(records.begin(), records.end(), item) != records.end();
-  }
-
-  T* Successor(const T* item) const { return order == Order::forward ? item->get_next() : item->get_prev(); }
-
-  // Next, after the list was changed under the walk.
-  T* NextByDetour() {
-    do {
-      record = displaced ? resume : Successor(record);
-      displaced = false;
-    } while (record != nullptr && moved != nullptr && Contains(moved->passOver, record));
-    onDetour = moved != nullptr && !moved->passOver.empty();
-    if (record == nullptr) TakeLater();
-    return record;
-  }
-
-  // At the end of the chain come the records that were moved to where this walk had been already.
-  void TakeLater() {
-    Displace(nullptr);
-    if (moved == nullptr || moved->later.empty()) return;
-    record = moved->later.front();
-    moved->later.erase(moved->later.begin());
-  }
-
-  bool IsAhead(const T* item) const {
-    for (T* next = displaced ? resume : Successor(record); next != nullptr; next = Successor(next)) {
-      if (next == item) return true;
-    }
-    return false;
-  }
-
-  // A record is moved to the front, which is behind a forward walk and ahead of a reverse one: one that had
-  // its turn does not get another, and one that was still to come does not lose it.
-  void BeforeMove(const T* item) { moverWasAhead = IsAhead(item); }
-  void AfterMove(T* item) {
-    const bool isAhead = IsAhead(item);
-    if (isAhead == moverWasAhead) return;
-    if (moved == nullptr) moved = std::make_unique<Moved>();
-    if (Contains(moved->passOver, item)) return;
-    (isAhead ? moved->passOver : moved->later).push_back(item);
-    onDetour = true;
-  }
-
-  // A record is about to be unlinked.
-  void StepOff(T* item) {
-    T*& next = displaced ? resume : record;
-    if (next == item) Displace(Successor(item));
-  }
-
-  void Displace(T* next) {
-    resume = next;
-    displaced = true;
-    onDetour = true;
-  }
-
-  // A record is about to be freed.
-  void Forget(T* item) {
-    StepOff(item);
-    if (record == item) record = nullptr;
-    if (moved == nullptr) return;
-    std::erase(moved->later, item);
-    std::erase(moved->passOver, item);
-  }
-
-  VYRAResourceList<T>& list;
-  Order order;
-  bool displaced = true;  // the next record is `resume`, not the one that follows `record`
-  bool onDetour = true;   // displaced, or there are records to pass over
-  bool ends = true;
-  bool moverWasAhead = false;
-  T* record = nullptr;
-  T* resume;
-  VYRAResourceWalk* outer;
-  std::unique_ptr<Moved> moved;  // none until a record is moved during the walk, which is rare
+  Cursor* innermostCursor = nullptr;             // of the innermost walk in progress
+  VYRAResourceHold<T>* innermostHold = nullptr;  // the latest
+  T* hiddenTails = nullptr;                      // the runs that the moved anchor hid
+  std::uint64_t newestSerial = 0;                // of the record that was added last
 };

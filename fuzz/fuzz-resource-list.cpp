@@ -8,7 +8,8 @@
 #include "ResourceListScript.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string failure = ResourceListScript({data, size}).Run();
+  std::string failure = ResourceListScript<VYRAStackedResource_t>({data, size}).Run();
+  if (failure.empty()) failure = ResourceListScript<VYRAResource_t>({data, size}).Run();
   if (failure.empty()) return 0;
   std::fprintf(stderr, "%s\n", failure.c_str());
   std::abort();

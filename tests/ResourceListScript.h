@@ -1,28 +1,35 @@
 // Plays a script of bytes on a VYRAResourceList and on a plain model of its rules, with walks nested in
 // walks, and says where the two part. The unit tests feed it random bytes, the fuzzer chosen ones; a record
 // that is touched after it was freed is left to AddressSanitizer.
+//
+// ResourceListScript<VYRAResource_t> plays on a list that is only added to at the front and walked from
+// there, ResourceListScript<VYRAStackedResource_t> on one that is walked from the back and reordered as well.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <set>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "VYRAResourceList.h"
+#include "VYRAResourceWalk.h"
 
 // What the list should be: the chain in its order, where the head stands, and who waits to be freed.
 struct ResourceListModel {
+  static constexpr int kOwners = 3;
+  static int OwnerOf(int id) { return id % kOwners; }
+
   std::vector<int> chain;
   bool headOnLast = false;
   std::vector<int> deadChain;
   std::set<int> dead;
-  std::set<int> dropped;  // hidden by the moved anchor, not freed
+  std::set<int> hidden;  // by the moved anchor, not freed
   int depth = 0;
   bool needsClean = false;
 
@@ -35,7 +42,7 @@ struct ResourceListModel {
 
   void Add(int id) {
     if (headOnLast && !chain.empty()) {
-      dropped.insert(chain.begin(), chain.end() - 1);
+      hidden.insert(chain.begin(), chain.end() - 1);
       chain.erase(chain.begin(), chain.end() - 1);
     }
     chain.insert(chain.begin(), id);
@@ -43,12 +50,12 @@ struct ResourceListModel {
   }
 
   void Unlink(int id) {
-    dropped.erase(id);
+    hidden.erase(id);
     if (!Has(id)) return;
     const bool headLost = headOnLast && chain.back() == id;
     std::erase(chain, id);
     if (!headLost) return;
-    dropped.insert(chain.begin(), chain.end());
+    hidden.insert(chain.begin(), chain.end());
     chain.clear();
     headOnLast = false;
   }
@@ -64,8 +71,22 @@ struct ResourceListModel {
       return;
     }
     needsClean = true;
-    const bool onChain = std::find(deadChain.begin(), deadChain.end(), id) != deadChain.end();
-    if (dead.insert(id).second && !onChain) deadChain.insert(deadChain.begin(), id);
+    if (dead.insert(id).second && !IsOnDeadChain(id)) deadChain.insert(deadChain.begin(), id);
+  }
+
+  bool IsOnDeadChain(int id) const {
+    return std::find(deadChain.begin(), deadChain.end(), id) != deadChain.end();
+  }
+
+  void RemoveAllOf(int owner) {
+    Begin(false);
+    for (const int id : chain) {
+      if (OwnerOf(id) == owner) Remove(id);
+    }
+    for (const int id : std::set<int>(hidden)) {
+      if (OwnerOf(id) == owner && !IsOnDeadChain(id)) Free(id);
+    }
+    End();
   }
 
   void MoveToFront(int id) {
@@ -84,6 +105,7 @@ struct ResourceListModel {
   }
 };
 
+template <template <class> class Resource>
 class ResourceListScript {
  public:
   explicit ResourceListScript(std::span<const std::uint8_t> script) : bytes(script) {}
@@ -105,18 +127,24 @@ class ResourceListScript {
  private:
   struct Thrown {};
 
-  struct Item : VYRAResource_t<Item> {
-    Item(std::map<int, Item*>& all, int number) : items(all), id(number) { items[id] = this; }
+  struct Item : Resource<Item> {
+    Item(std::map<int, Item*>& all, int number)
+        : items(all), id(number), owner(ResourceListModel::OwnerOf(number)) {
+      items[id] = this;
+    }
     ~Item() { items.erase(id); }
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
     std::map<int, Item*>& items;
     int id;
+    int owner;
   };
 
   static constexpr int kDeepest = 4;
   static constexpr std::size_t kMostRecords = 12;
+
+  static constexpr bool kIsStack = std::is_same_v<Resource<Item>, VYRAStackedResource_t<Item>>;
 
   using Walk = VYRAResourceWalk<Item>;
 
@@ -137,7 +165,7 @@ class ResourceListScript {
   }
 
   void Step(int depth) {
-    const int operation = Byte() % 10;
+    const int operation = Byte() % 11;
     const int id = operation >= 3 && operation <= 5 ? Pick() : -1;
     if (operation <= 2 && items.size() < kMostRecords) {
       list.Add(new Item(items, nextId));
@@ -146,13 +174,31 @@ class ResourceListScript {
       list.Remove(items.at(id));
       model.Remove(id);
     } else if (operation == 5 && id >= 0) {
+      MoveToFront(id);
+    } else if (operation == 6) {
+      Compare();
+    } else if (operation >= 7 && operation <= 9 && depth < kDeepest) {
+      PlayWalk(kIsStack && operation == 9, depth);
+    } else if (operation == 10) {
+      const int owner = Byte() % ResourceListModel::kOwners;
+      list.RemoveAllOf(owner);
+      model.RemoveAllOf(owner);
+    }
+  }
+
+  void MoveToFront(int id) {
+    if constexpr (kIsStack) {
       ++moves;
       list.MoveToFront(items.at(id));
       model.MoveToFront(id);
-    } else if (operation == 6) {
-      Compare();
-    } else if (operation >= 7 && depth < kDeepest) {
-      PlayWalk(operation == 9, depth);
+    }
+  }
+
+  Walk BeginWalk([[maybe_unused]] bool reverse) {
+    if constexpr (kIsStack) {
+      return Walk(list, reverse ? Walk::Order::reverse : Walk::Order::forward);
+    } else {
+      return Walk(list);
     }
   }
 
@@ -160,7 +206,7 @@ class ResourceListScript {
     const int style = Byte();
     const bool leaveOpen = style % 16 == 15;
     try {
-      Walk walk(list, reverse ? Walk::Order::reverse : Walk::Order::forward);
+      Walk walk = BeginWalk(reverse);
       model.Begin(reverse);
       if (leaveOpen) walk.LeaveOpen();
       Visit(walk, reverse, depth);
@@ -181,24 +227,25 @@ class ResourceListScript {
     const int firstNewId = nextId;
     const int movesBefore = moves;
     std::vector<int> visited;
-    Item* item = nullptr;
-    const auto next = [&] {
-      return choosy ? walk.NextWhere([&](const Item& it) { return isWanted(it.id); }, item) : walk.Next();
-    };
-    while ((item = next()) != nullptr) {
-      const int id = item->id;
+    // Whether the walk goes on.
+    const auto visit = [&](Item& item) {
+      const int id = item.id;
       if (!isWanted(id)) Fail("a record came that was not wanted");
       if (std::find(visited.begin(), visited.end(), id) != visited.end()) Fail("a record came twice");
-      if (!reverse && id >= firstNewId) Fail("a forward walk reached a record added during it");
+      if (id >= firstNewId) Fail("the walk reached a record added during it");
       visited.push_back(id);
-      if (item->is_dead() != model.dead.contains(id)) Fail("the dead flag differs");
-      if (Byte() % 8 == 7 && model.dropped.contains(id)) {
-        list.Remove(item);
-        model.Remove(id);
-      }
-      for (int steps = Byte() % 4; steps > 0 && failure.empty(); --steps) Step(depth + 1);
+      PlayCallback(item, depth);
       if (walk.HoldsRecord() != items.contains(id)) Fail("the walk is wrong about its record");
-      if (Byte() % 32 == 31 || !failure.empty()) return;
+      return Byte() % 32 != 31 && failure.empty();
+    };
+    if (choosy) {
+      for (Item& item : walk.Where([&](const Item& it) { return isWanted(it.id); })) {
+        if (!visit(item)) return;
+      }
+    } else {
+      while (Item* item = walk.Next()) {
+        if (!visit(*item)) return;
+      }
     }
     for (const int id : expected) {
       const bool seen = std::find(visited.begin(), visited.end(), id) != visited.end();
@@ -207,8 +254,22 @@ class ResourceListScript {
     if (moves != movesBefore) return;
     std::erase_if(expected,
                   [&](int id) { return std::find(visited.begin(), visited.end(), id) == visited.end(); });
-    std::erase_if(visited, [&](int id) { return id >= firstNewId; });
     if (visited != expected) Fail("the order differs");
+  }
+
+  // What a walk's callback does with the list, the record that it is called for included.
+  void PlayCallback(Item& item, int depth) {
+    const int id = item.id;
+    if (item.is_dead() != model.dead.contains(id)) Fail("the dead flag differs");
+    if (Byte() % 8 == 7 && model.hidden.contains(id)) {
+      list.Remove(&item);
+      model.Remove(id);
+    }
+    const int heldId = Pick();
+    const VYRAResourceHold<Item> hold = list.Hold(heldId >= 0 ? items.at(heldId) : nullptr);
+    for (int steps = Byte() % 4; steps > 0 && failure.empty(); --steps) Step(depth + 1);
+    const bool isThere = items.contains(heldId) && !model.dead.contains(heldId);
+    if (hold.Get() != (isThere ? items.at(heldId) : nullptr)) Fail("the hold is wrong about its record");
   }
 
   // The chain as its own links tell it, against the model's.
@@ -227,7 +288,7 @@ class ResourceListScript {
     for (const int id : model.chain) {
       if (!items.contains(id)) Fail("a record of the chain was freed");
     }
-    if (items.size() != model.chain.size() + model.dropped.size())
+    if (items.size() != model.chain.size() + model.hidden.size())
       Fail("a record is neither linked nor freed");
   }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <set>
 #include <vector>
@@ -13,13 +14,14 @@
 
 namespace {
 
-struct Item : VYRAResource_t<Item> {
-  explicit Item(char itemName) : name(itemName) { ++alive; }
+struct Item : VYRAStackedResource_t<Item> {
+  explicit Item(char itemName, int itemOwner = 0) : name(itemName), owner(itemOwner) { ++alive; }
   ~Item() { --alive; }
   Item(const Item&) = delete;
   Item& operator=(const Item&) = delete;
 
   char name;
+  int owner;
   static inline int alive = 0;
 };
 
@@ -156,6 +158,59 @@ TEST_F(ResourceList, ReorderingDuringWalksNeitherSkipsNorRepeats) {
   EXPECT_EQ(reverse, "acb");
 }
 
+TEST_F(ResourceList, RecordsAddedDuringAWalkFromTheBackWaitForTheNext) {
+  std::string visited;
+  VYRAResourceWalk<Item> walk(list, VYRAResourceWalk<Item>::Order::reverse);
+  while (Item* item = walk.Next()) {
+    visited += item->name;
+    ASSERT_LE(visited.size(), 3U) << "each record adds one: the walk would never end";
+    Chain();  // as the host's look for the cursor does: what is added now hides nothing
+    list.Add(new Item('n'));
+  }
+  EXPECT_EQ(visited, "cba");
+  EXPECT_EQ(Chain(), "nnnabc");
+}
+
+TEST_F(ResourceList, HiddenRecordsGoWithTheirOwnerAndWalksStepOffThem) {
+  constexpr int kLeaving = 1;
+  list.Add(new Item('x', kLeaving));
+  list.Add(new Item('y', kLeaving));  // y x a b c
+  std::string visited;
+  VYRAResourceWalk<Item> walk(list, VYRAResourceWalk<Item>::Order::reverse);
+  while (Item* item = walk.Next()) {
+    visited += item->name;
+    if (item == b) list.Add(new Item('n'));  // hides all but the last
+    if (item == a) list.RemoveAllOf(kLeaving);
+  }
+  EXPECT_EQ(visited, "cba") << "a walk among the hidden meets none that are gone";
+  EXPECT_EQ(Chain(), "nc");
+  EXPECT_EQ(Item::alive, 4) << "a and b are hidden, but their owner is still there";
+  list.RemoveAllOf(0);
+  EXPECT_EQ(Item::alive, 0);
+}
+
+TEST_F(ResourceList, HoldGivesItsRecordUntilThatIsRemoved) {
+  const VYRAResourceHold<Item> held = list.Hold(b);
+  const VYRAResourceHold<Item> heldNone = list.Hold(nullptr);
+  list.MoveToFront(b);
+  EXPECT_EQ(held.Get(), b);
+  list.BeginIterate();
+  list.Remove(b);
+  EXPECT_EQ(held.Get(), nullptr) << "dead";
+  list.EndIterate();
+  EXPECT_EQ(held.Get(), nullptr) << "freed";
+  EXPECT_EQ(heldNone.Get(), nullptr);
+}
+
+TEST(IterationDepth, StopsAtTheLargestNumberAndAtZero) {
+  VYRAIterationDepth depth;
+  depth.Lower();
+  EXPECT_EQ(depth.value, 0);
+  depth.value = std::numeric_limits<int>::max();
+  depth.Raise();
+  EXPECT_EQ(depth.value, std::numeric_limits<int>::max());
+}
+
 TEST_F(ResourceList, WalkEndsWhenAnExceptionLeavesItUnlessItIsLeftOpen) {
   EXPECT_THROW(
       {
@@ -193,7 +248,8 @@ TEST(ResourceListPlay, RandomPlayAgreesWithTheModel) {
     std::mt19937 random(seed);
     std::vector<std::uint8_t> script(400);
     for (std::uint8_t& byte : script) byte = static_cast<std::uint8_t>(random());
-    ASSERT_EQ(ResourceListScript(script).Run(), "") << "seed " << seed;
+    ASSERT_EQ(ResourceListScript<VYRAStackedResource_t>(script).Run(), "") << "seed " << seed;
+    ASSERT_EQ(ResourceListScript<VYRAResource_t>(script).Run(), "") << "seed " << seed;
   }
 }
 
