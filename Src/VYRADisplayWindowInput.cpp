@@ -1,4 +1,5 @@
 // What the frame and the mouse do with windows: drawing, clicks and drags, the cursor and the wheel.
+#include "VYRAAtEnd.h"
 #include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
 
@@ -22,8 +23,10 @@ int PressMouse(int x, int y) {
     const int taken = window->handleMouseClick(window, x, y, VYRA_MOUSE_DOWN, window->refcon);
     dispatch.Ended();
     if (taken == 0) continue;
-    // One that destroyed itself in the press has taken it, but cannot hold the mouse.
-    if (walk.HoldsRecord() && !window->is_dead()) gDragWindow = window;
+    // One that destroyed itself in the press, or was disabled in it, has taken it, but cannot hold the mouse.
+    if (walk.HoldsRecord() && !window->is_dead() && VYRARegistryIsEnabled(window->owner)) {
+      gDragWindow = window;
+    }
     return 0;
   }
   return 1;
@@ -33,16 +36,13 @@ int PressMouse(int x, int y) {
 int MoveHeldMouse(int x, int y, int status) {
   Window* const window = gDragWindow;
   if (window == nullptr) return 1;
-  int result = 1;
-  {
-    const StDispatchCallback dispatch(window->owner, VYRA_CALL_WINDOW_MOUSE);
-    if (dispatch()) {
-      window->handleMouseClick(window, x, y, status, window->refcon);
-      result = 0;
-    }
-  }
-  if (status == VYRA_MOUSE_UP) gDragWindow = nullptr;
-  return result;
+  const StAtEnd release([status] {
+    if (status == VYRA_MOUSE_UP) gDragWindow = nullptr;
+  });
+  const StDispatchCallback dispatch(window->owner, VYRA_CALL_WINDOW_MOUSE);
+  if (!dispatch()) return 1;
+  window->handleMouseClick(window, x, y, status, window->refcon);
+  return 0;
 }
 
 // Asks the windows under a point, front to back, until one answers other than 0.

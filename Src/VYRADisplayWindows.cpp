@@ -1,5 +1,6 @@
 // Windows: their records, their order and keyboard focus. What the mouse and the frame do with them stands in
 // VYRADisplayWindowInput.cpp.
+#include "VYRAAtEnd.h"
 #include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
 
@@ -9,54 +10,47 @@ VYRAWindowCallbackRecord* gDragWindow = nullptr;
 
 namespace {
 
-// Stands on a window while plugins are called, and knows afterwards whether it is still there: a handle that
-// was freed meanwhile may already be another window's.
-class StWindow {
- public:
-  explicit StWindow(VYRAWindowID window) : walk(gWindows) {
-    while (found != window || window == nullptr) {
-      found = walk.Next();
-      if (found == nullptr) return;
-    }
-  }
-  VYRAWindowCallbackRecord* Get() const { return walk.HoldsRecord() && !found->is_dead() ? found : nullptr; }
-
- private:
-  VYRAResourceWalk<VYRAWindowCallbackRecord> walk;
-  VYRAWindowCallbackRecord* found = nullptr;
-};
+using Window = VYRAWindowCallbackRecord;
 
 // The window, if the handle is one. Windows whose removal is still pending are freed first: this walk's own
 // end would free them and leave the caller with the remains.
-VYRAWindowCallbackRecord* VYRAWindowIsValid(VYRAWindowID window) {
+Window* VYRAWindowIsValid(VYRAWindowID window) {
   gWindows.BeginIterate();
   gWindows.EndIterate();
-  VYRAResourceWalk<VYRAWindowCallbackRecord> walk(gWindows);
-  while (VYRAWindowCallbackRecord* record = walk.Next()) {
+  VYRAResourceWalk walk(gWindows);
+  while (Window* record = walk.Next()) {
     if (record == window) return record;
   }
   return nullptr;
 }
 
-// The window that is being told that it loses focus. It is told once, also when it moves the focus itself.
-const VYRAWindowCallbackRecord* gLosingWindow = nullptr;
-
+// A window that is being told that it loses focus. It is told once, also when it moves the focus to and fro
+// itself, in its own call or through the call of another window that loses focus meanwhile.
 class StLosingFocus {
  public:
-  explicit StLosingFocus(const VYRAWindowCallbackRecord* loser) : saved(gLosingWindow) {
-    gLosingWindow = loser;
+  explicit StLosingFocus(Window* window) : loser(gWindows.Hold(window)), outer(innermost) {
+    innermost = this;
   }
-  ~StLosingFocus() { gLosingWindow = saved; }
+  ~StLosingFocus() { innermost = outer; }
   StLosingFocus(const StLosingFocus&) = delete;
   StLosingFocus& operator=(const StLosingFocus&) = delete;
 
+  static bool IsUnderWayFor(const Window* window) {
+    for (const StLosingFocus* losing = innermost; losing != nullptr; losing = losing->outer) {
+      if (losing->loser.Get() == window) return true;
+    }
+    return false;
+  }
+
  private:
-  const VYRAWindowCallbackRecord* saved;
+  VYRAResourceHold<Window> loser;
+  const StLosingFocus* outer;
+  static inline const StLosingFocus* innermost = nullptr;
 };
 
 void TellLosingFocus(VYRAWindowID taker) {
-  VYRAWindowCallbackRecord* const loser = gFocusWindow;
-  if (loser == nullptr || loser == gLosingWindow || loser->handleKey == nullptr) return;
+  Window* const loser = gFocusWindow;
+  if (loser == nullptr || loser->handleKey == nullptr || StLosingFocus::IsUnderWayFor(loser)) return;
   const StLosingFocus losing(loser);
   const StDispatchCallback dispatch(loser->owner, VYRA_CALL_WINDOW_KEY);
   // Kept: the first argument is the window that takes focus, as plugins rely on it.
@@ -64,7 +58,7 @@ void TellLosingFocus(VYRAWindowID taker) {
 }
 
 VYRAWindowID AddWindow(const VYRAWindowCreateParams& params) {
-  auto* window = new VYRAWindowCallbackRecord;
+  auto* window = new Window;
   window->left = params.left;
   window->top = params.top;
   window->right = params.right;
@@ -81,7 +75,8 @@ VYRAWindowID AddWindow(const VYRAWindowCreateParams& params) {
   return window;
 }
 
-void RemoveWindow(VYRAWindowCallbackRecord* window) {
+// Nobody is told.
+void RemoveWindow(Window* window) {
   if (gFocusWindow == window) gFocusWindow = nullptr;
   if (gDragWindow == window) gDragWindow = nullptr;
   gWindows.Remove(window);
@@ -102,18 +97,15 @@ VYRAWindowID VYRACreateWindowEx(const VYRAWindowCreateParams* params) {
 }
 
 void VYRADestroyWindow(VYRAWindowID window) {
-  VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
-  if (record == nullptr) return;
-  if (gFocusWindow == record) {
-    const StWindow standing(window);
-    VYRATakeKeyboardFocus(nullptr);
-    record = standing.Get();
-  }
-  if (record != nullptr) RemoveWindow(record);
+  const VYRAResourceHold<Window> held = gWindows.Hold(VYRAWindowIsValid(window));
+  const StAtEnd remove([&] {
+    if (Window* record = held.Get()) RemoveWindow(record);
+  });
+  if (held.Get() != nullptr && held.Get() == gFocusWindow) VYRATakeKeyboardFocus(nullptr);
 }
 
 void VYRAGetWindowGeometry(VYRAWindowID window, int* outLeft, int* outTop, int* outRight, int* outBottom) {
-  const VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  const Window* record = VYRAWindowIsValid(window);
   if (record == nullptr) return;
   if (outLeft != nullptr) *outLeft = record->left;
   if (outTop != nullptr) *outTop = record->top;
@@ -122,7 +114,7 @@ void VYRAGetWindowGeometry(VYRAWindowID window, int* outLeft, int* outTop, int* 
 }
 
 void VYRASetWindowGeometry(VYRAWindowID window, int left, int top, int right, int bottom) {
-  VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  Window* record = VYRAWindowIsValid(window);
   if (record == nullptr) return;
   record->left = left;
   record->top = top;
@@ -131,48 +123,51 @@ void VYRASetWindowGeometry(VYRAWindowID window, int left, int top, int right, in
 }
 
 int VYRAGetWindowIsVisible(VYRAWindowID window) {
-  const VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  const Window* record = VYRAWindowIsValid(window);
   return record != nullptr ? record->visible : 0;
 }
 
 void VYRASetWindowIsVisible(VYRAWindowID window, int visible) {
-  VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  Window* const record = VYRAWindowIsValid(window);
   if (record == nullptr) return;
-  if (record->visible != 0 && visible == 0 && gFocusWindow == record) {
-    const StWindow standing(window);
-    VYRATakeKeyboardFocus(nullptr);
-    record = standing.Get();
-  }
-  if (record != nullptr) record->visible = visible;
+  const VYRAResourceHold<Window> held = gWindows.Hold(record);
+  const StAtEnd store([&] {
+    if (Window* still = held.Get()) still->visible = visible;
+  });
+  if (record->visible != 0 && visible == 0 && record == gFocusWindow) VYRATakeKeyboardFocus(nullptr);
 }
 
 void* VYRAGetWindowRefCon(VYRAWindowID window) {
-  const VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  const Window* record = VYRAWindowIsValid(window);
   return record != nullptr ? record->refcon : nullptr;
 }
 
 void VYRASetWindowRefCon(VYRAWindowID window, void* refcon) {
-  VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window);
+  Window* record = VYRAWindowIsValid(window);
   if (record != nullptr) record->refcon = refcon;
 }
 
 void VYRATakeKeyboardFocus(VYRAWindowID window) {
-  const VYRAWindowCallbackRecord* taker = VYRAWindowIsValid(window);
+  Window* const taker = VYRAWindowIsValid(window);
   if (taker == gFocusWindow) return;
   if (taker != nullptr && !VYRARegistryIsEnabled(taker->owner)) return;
-  const StWindow standing(window);
+  const VYRAResourceHold<Window> held = gWindows.Hold(taker);
+  const StAtEnd move([&] {
+    // The loser may have destroyed the taker, or disabled its plugin.
+    Window* const still = held.Get();
+    gFocusWindow = still != nullptr && VYRARegistryIsEnabled(still->owner) ? still : nullptr;
+  });
   TellLosingFocus(window);
-  gFocusWindow = standing.Get();
 }
 
 void VYRABringWindowToFront(VYRAWindowID window) {
-  if (VYRAWindowCallbackRecord* record = VYRAWindowIsValid(window)) gWindows.MoveToFront(record);
+  if (Window* record = VYRAWindowIsValid(window)) gWindows.MoveToFront(record);
 }
 
 int VYRAIsWindowInFront(VYRAWindowID window) {
   if (VYRAWindowIsValid(window) == nullptr) return 0;
-  VYRAResourceWalk<VYRAWindowCallbackRecord> walk(gWindows);
-  while (const VYRAWindowCallbackRecord* record = walk.Next()) {
+  VYRAResourceWalk walk(gWindows);
+  while (const Window* record = walk.Next()) {
     if (record->visible != 0) return record == window ? 1 : 0;
   }
   return 0;
@@ -181,21 +176,3 @@ int VYRAIsWindowInFront(VYRAWindowID window) {
 void VYRAGetScreenSize(int* outWidth, int* outHeight) { gHooks->GetScreenSize(outWidth, outHeight); }
 
 void VYRAGetMouseLocation(int* outX, int* outY) { gHooks->GetMouseLocation(outX, outY, 1); }
-
-void VYRADisplayDisableHook(VYRAPluginID plugin) {
-  if (gFocusWindow != nullptr && gFocusWindow->owner == plugin) VYRATakeKeyboardFocus(nullptr);
-  if (gDragWindow == nullptr || gDragWindow->owner != plugin) return;
-  int x = 0;
-  int y = 0;
-  gHooks->GetMouseLocation(&x, &y, 0);
-  VYRADisplayMouseClickHook(x, y, VYRA_MOUSE_UP);
-}
-
-void VYRADisplayCleanupHook(VYRAPluginID plugin) {
-  gDrawCallbacks.RemoveAllOf(plugin);
-  gKeyCallbacks.RemoveAllOf(plugin);
-  if (gFocusWindow != nullptr && gFocusWindow->owner == plugin) VYRATakeKeyboardFocus(nullptr);
-  if (gDragWindow != nullptr && gDragWindow->owner == plugin) gDragWindow = nullptr;
-  gWindows.RemoveAllOf(plugin);
-  gHotKeys.RemoveAllOf(plugin);
-}

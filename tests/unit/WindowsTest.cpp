@@ -1,5 +1,6 @@
 // Windows: their order, the mouse, keyboard focus, and everything a window may do to itself while it is
 // called.
+#include <array>
 #include <string>
 
 #include "PluginFixture.h"
@@ -66,10 +67,13 @@ class Windows : public PluginFixture {
 
 TEST_F(Windows, PointIsInsideOnTheLeftAndBottomEdgeAlone) {
   Open(a, 100, 200);
-  const auto hit = [](int x, int y) { return VYRADisplayCursorHook(x, y); };
-  EXPECT_EQ(hit(100, 200), 1);
-  EXPECT_EQ(hit(109, 209), 1);
-  EXPECT_EQ(hit(99, 200) + hit(100, 199) + hit(110, 205) + hit(105, 210), 0);
+  const auto hits = [](std::initializer_list<std::pair<int, int>> points) {
+    std::vector<int> cursors;
+    for (const auto& [x, y] : points) cursors.push_back(VYRADisplayCursorHook(x, y));
+    return cursors;
+  };
+  EXPECT_EQ(hits({{100, 200}, {109, 209}}), (std::vector{1, 1}));
+  EXPECT_EQ(hits({{99, 200}, {100, 199}, {110, 205}, {105, 210}}), (std::vector{0, 0, 0, 0}));
 }
 
 TEST_F(Windows, OrderDecidesWhoIsDrawnLastAndAskedFirst) {
@@ -206,15 +210,138 @@ TEST_F(Windows, LoserThatMovesTheFocusItselfIsToldOnce) {
   EXPECT_EQ(gFocusWindow, b.id);
 }
 
-TEST_F(Windows, TakerThatIsDestroyedWhileTheLoserIsToldGetsNothing) {
+TEST_F(Windows, LosersThatPassTheFocusToAndFroAreToldOnceEach) {
+  static std::array<Pane*, 2> pair;
+  pair = {&a, &b};
+  for (Pane* pane : pair) {
+    Open(*pane);
+    pane->action = [](Pane& self, const std::string&) {
+      ASSERT_LT(trace.size(), 10U) << "they would never end";
+      const Pane* other = pair[0] == &self ? pair[1] : pair[0];
+      for (const VYRAWindowID taker : {other->id, self.id, VYRAWindowID{}}) VYRATakeKeyboardFocus(taker);
+    };
+  }
+  VYRATakeKeyboardFocus(a.id);
+  VYRATakeKeyboardFocus(nullptr);
+  EXPECT_EQ(Traced(), "a:losesAll b:loses ");
+  EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, LoserIsKnownByItselfAndNotByItsAddress) {
+  static Pane* next;
+  next = &b;
+  Open(a);
+  a.action = [](Pane& self, const std::string&) {
+    VYRADestroyWindow(self.id);
+    EXPECT_EQ(VYRAGetWindowRefCon(self.id), nullptr);
+    Open(*next);  // where memory is reused at once, it has the address of the one that is gone
+    VYRATakeKeyboardFocus(next->id);
+    VYRATakeKeyboardFocus(nullptr);
+  };
+  VYRATakeKeyboardFocus(a.id);
+  VYRATakeKeyboardFocus(nullptr);
+  EXPECT_EQ(Traced(), "a:losesAll b:losesAll ");
+}
+
+TEST_F(Windows, TakerThatIsDestroyedOrDisabledWhileTheLoserIsToldGetsNothing) {
   static Pane* taker;
   taker = &b;
+  const VYRAPluginID plugin = AddPlugin("p");
+  Open(a);
+  RunAs(plugin, [&] { Open(b); });
+  for (const auto action : {+[](Pane&, const std::string&) { VYRADisablePlugin(1); },
+                            +[](Pane&, const std::string&) { VYRADestroyWindow(taker->id); }}) {
+    a.action = action;
+    VYRATakeKeyboardFocus(a.id);
+    VYRATakeKeyboardFocus(b.id);
+    EXPECT_EQ(gFocusWindow, nullptr);
+    VYRAEnablePlugin(plugin);
+  }
+}
+
+TEST_F(Windows, WindowOfAPluginThatIsDisabledInThePressTakesItButDoesNotHoldTheMouse) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  RunAs(plugin, [&] { Open(a); });
+  a.action = [](Pane&, const std::string&) { VYRADisablePlugin(VYRAGetMyID()); };
+  EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 0);
+  EXPECT_EQ(gDragWindow, nullptr);
+}
+
+TEST_F(Windows, WhatChangesAfterACallbackChangesWhenItThrowsToo) {
+  const auto throws = [](Pane&, const std::string&) { throw 1; };
+  const auto giveAFocus = [&] {
+    a.action = nullptr;
+    VYRATakeKeyboardFocus(a.id);
+    a.action = throws;
+  };
   Open(a);
   Open(b);
-  a.action = [](Pane&, const std::string&) { VYRADestroyWindow(taker->id); };
-  VYRATakeKeyboardFocus(a.id);
-  VYRATakeKeyboardFocus(b.id);
+  giveAFocus();
+  EXPECT_THROW(VYRATakeKeyboardFocus(b.id), int);
+  EXPECT_EQ(gFocusWindow, b.id);
+  giveAFocus();
+  EXPECT_THROW(VYRASetWindowIsVisible(a.id, 0), int);
+  EXPECT_EQ(std::pair(gFocusWindow, VYRAGetWindowIsVisible(a.id)), std::pair(VYRAWindowID{}, 0));
+  giveAFocus();
+  EXPECT_THROW(VYRADestroyWindow(a.id), int);
   EXPECT_EQ(gFocusWindow, nullptr);
+  EXPECT_EQ(VYRAGetWindowRefCon(a.id), nullptr) << "it is gone";
+
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  b.action = throws;
+  EXPECT_THROW(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_UP), int);
+  EXPECT_EQ(gDragWindow, nullptr);
+}
+
+TEST_F(Windows, PluginThatThrowsInEachOfItsLastCallsIsDisabledAfterAsManyTries) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  RunAs(plugin, [&] { Open(a); });
+  VYRATakeKeyboardFocus(a.id);
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  a.action = [](Pane&, const std::string&) { throw 1; };
+  for (int call = 0; call < 2; ++call) EXPECT_THROW(VYRADisablePlugin(plugin), int);
+  VYRADisablePlugin(plugin);
+  EXPECT_EQ(Traced(), "a:mouse1 a:losesAll a:mouse3 ");
+  EXPECT_EQ(VYRAIsPluginEnabled(plugin), 0);
+}
+
+TEST_F(Windows, FocusThatIsTakenBackInTheLastReleaseIsLostAllTheSame) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  RunAs(plugin, [&] { Open(a); });
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  a.action = [](Pane& self, const std::string&) { VYRATakeKeyboardFocus(self.id); };
+  VYRADisablePlugin(plugin);
+  EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, MouseThatChangedHandsWhileTheHostWasAskedForItStaysThere) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  Open(b, 50);
+  RunAs(plugin, [&] { Open(a); });
+  VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
+  gHost.services.GetMouseLocation = [](int*, int*, int) {
+    VYRAMouseClickHook(5, 5, 0);
+    VYRAMouseClickHook(55, 5, 1);
+  };
+  VYRADisablePlugin(plugin);
+  EXPECT_EQ(Traced(), "a:mouse1 a:mouse3 b:mouse1 ");
+  EXPECT_EQ(gDragWindow, b.id);
+}
+
+TEST_F(Windows, WindowsThatAreCreatedWhileTheyAreDrawnWaitForTheNextFrame) {
+  static std::vector<Pane> created;
+  created.reserve(100);
+  a.action = [](Pane& self, const std::string&) {
+    ASSERT_LT(created.size(), created.capacity()) << "the frame would never end";
+    Open(created.emplace_back(Pane{static_cast<char>(self.name + 1), 1, self.action}));
+  };
+  Open(a);
+  VYRADisplayDrawWindows();
+  EXPECT_EQ(Traced(), "a:draw ");
+  a.action = nullptr;
+  VYRADisplayDrawWindows();
+  EXPECT_EQ(Traced(), "a:draw b:draw ");
+  EXPECT_EQ(created.size(), 2U);
 }
 
 TEST_F(Windows, WindowsHiddenByTheAnchorLeaveNothingBehindWhenTheirPluginGoes) {
@@ -239,13 +366,34 @@ TEST_F(Windows, WindowsHiddenByTheAnchorLeaveNothingBehindWhenTheirPluginGoes) {
   EXPECT_EQ(Traced(), "");
 }
 
-TEST_F(Windows, ParametersOfAnotherSizeAndNullCallbacksAreTaken) {
+TEST_F(Windows, WalkAmongHiddenWindowsDoesNotMeetThoseOfAPluginThatWent) {
+  static Pane* added;
+  added = &c;
+  const VYRAPluginID plugin = AddPlugin("p");
+  Open(b);
+  Pane between{'m'};
+  Open(between);
+  RunAs(plugin, [&] { Open(a); });
+  between.action = [](Pane&, const std::string&) {
+    Open(*added);  // hides all but the back-most, b
+    UnloadOnePlugin(1);
+    VYRALoaderDropLastRecord(1);
+    AddPlugin("the next of that ID");
+  };
+  VYRADisplayDrawWindows();
+  EXPECT_EQ(Traced(), "b:draw m:draw ") << "a's code may be unmapped";
+}
+
+TEST_F(Windows, ParametersOfAnotherSizeAreRefused) {
   VYRAWindowCreateParams params = {};
   for (const int size : {0, 71, 73}) {
     params.structSize = size;
     EXPECT_EQ(VYRACreateWindowEx(&params), nullptr);
   }
   EXPECT_EQ(VYRACreateWindowEx(nullptr), nullptr);
+}
+
+TEST_F(Windows, WindowNeedsNoCallbacks) {
   const VYRAWindowID bare = VYRACreateWindow(0, 10, 10, 0, 1, nullptr, nullptr, nullptr, &a);
   EXPECT_EQ(VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN), 1);
   EXPECT_EQ(VYRADisplayDoDrawingHook(20, 0), 1);
@@ -253,13 +401,18 @@ TEST_F(Windows, ParametersOfAnotherSizeAndNullCallbacksAreTaken) {
   VYRATakeKeyboardFocus(bare);
   EXPECT_EQ(VYRADisplayKeyPressHook('k', 0, 'K'), 0);
   VYRATakeKeyboardFocus(nullptr);
-  VYRASetWindowGeometry(bare, 1, 2, 3, 4);
-  int top = 0;
-  int bottom = 0;
-  VYRAGetWindowGeometry(bare, nullptr, &top, nullptr, &bottom);
-  EXPECT_EQ(top * 10 + bottom, 24);
-  VYRASetWindowRefCon(bare, &b);
-  EXPECT_EQ(VYRAGetWindowRefCon(bare), &b);
+  EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, GeometryAndRefconAreKeptAsGiven) {
+  Open(a);
+  VYRASetWindowGeometry(a.id, 1, 2, 3, 4);
+  std::array<int, 4> edges = {};
+  VYRAGetWindowGeometry(a.id, &edges[0], &edges[1], &edges[2], &edges[3]);
+  EXPECT_EQ(edges, (std::array{1, 2, 3, 4}));
+  VYRAGetWindowGeometry(a.id, nullptr, nullptr, nullptr, nullptr);
+  VYRASetWindowRefCon(a.id, &b);
+  EXPECT_EQ(VYRAGetWindowRefCon(a.id), &b);
 }
 
 }  // namespace

@@ -1,0 +1,35 @@
+// What the display takes from a plugin that is disabled, and removes of one that leaves.
+#include "VYRADisplayInternal.h"
+#include "VYRAHostServices.h"
+
+namespace {
+
+bool HasFocus(VYRAPluginID plugin) { return gFocusWindow != nullptr && gFocusWindow->owner == plugin; }
+bool HasMouse(VYRAPluginID plugin) { return gDragWindow != nullptr && gDragWindow->owner == plugin; }
+
+// Tells the window that holds the mouse of its release, at the place where the mouse is.
+void ReleaseMouse(VYRAPluginID plugin) {
+  int x = 0;
+  int y = 0;
+  gHooks->GetMouseLocation(&x, &y, 0);
+  // Asked again: the host may have reported a release and a press meanwhile.
+  if (HasMouse(plugin)) VYRADisplayMouseClickHook(x, y, VYRA_MOUSE_UP);
+}
+
+}  // namespace
+
+void VYRADisplayDisableHook(VYRAPluginID plugin) {
+  if (HasFocus(plugin)) VYRATakeKeyboardFocus(nullptr);
+  if (HasMouse(plugin)) ReleaseMouse(plugin);
+  // One that takes the focus back in its last release loses it without another word.
+  if (HasFocus(plugin)) gFocusWindow = nullptr;
+}
+
+void VYRADisplayCleanupHook(VYRAPluginID plugin) {
+  gDrawCallbacks.RemoveAllOf(plugin);
+  gKeyCallbacks.RemoveAllOf(plugin);
+  if (HasFocus(plugin)) VYRATakeKeyboardFocus(nullptr);
+  if (HasMouse(plugin)) gDragWindow = nullptr;
+  gWindows.RemoveAllOf(plugin);
+  gHotKeys.RemoveAllOf(plugin);
+}
