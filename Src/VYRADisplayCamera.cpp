@@ -1,5 +1,7 @@
+// The camera: who controls it, what the host gets of it, and how control ends.
 #include "VYRACamera.h"
 
+#include "VYRAAtEnd.h"
 #include "VYRADisplayCameraInternal.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
@@ -12,15 +14,44 @@ VYRACameraControl_f gCurrentControlFunc = nullptr;
 VYRAPluginID gCurrentControlPlugin = VYRA_NO_PLUGIN;
 void* gCameraControlRef = nullptr;
 
+// A plugin that is being told that it loses control. It is told once, also when what it does in that call
+// leads to another release.
+class StLosingControl {
+ public:
+  explicit StLosingControl(VYRAPluginID plugin) : loser(plugin), outer(innermost) { innermost = this; }
+  ~StLosingControl() { innermost = outer; }
+  StLosingControl(const StLosingControl&) = delete;
+  StLosingControl& operator=(const StLosingControl&) = delete;
+
+  static bool IsUnderWayFor(VYRAPluginID plugin) {
+    for (const StLosingControl* losing = innermost; losing != nullptr; losing = losing->outer) {
+      if (losing->loser == plugin) return true;
+    }
+    return false;
+  }
+
+ private:
+  VYRAPluginID loser;
+  const StLosingControl* outer;
+  static inline const StLosingControl* innermost = nullptr;
+};
+
+void TellLosingControl() {
+  const VYRAPluginID loser = gCurrentControlPlugin;
+  if (gCurrentControlFunc == nullptr || StLosingControl::IsUnderWayFor(loser)) return;
+  const StLosingControl losing(loser);
+  const StDispatchCallback dispatch(loser, VYRA_CALL_CAMERA);
+  if (dispatch()) gCurrentControlFunc(nullptr, 1, gCameraControlRef);
+}
+
 void VYRAReleaseCameraInternal(bool force) {
   if (!gIsControlled) return;
   if (!force && gControlDuration != VYRA_CAMERA_UNTIL_VIEW_CHANGES) return;
-  if (gCurrentControlFunc != nullptr) {
-    const StDispatchCallback dispatch(gCurrentControlPlugin, VYRA_CALL_CAMERA);
-    if (dispatch()) gCurrentControlFunc(nullptr, 1, gCameraControlRef);
-  }
-  gIsControlled = false;
-  gCurrentControlPlugin = VYRA_NO_PLUGIN;
+  const StAtEnd endControl([] {
+    gIsControlled = false;
+    gCurrentControlPlugin = VYRA_NO_PLUGIN;
+  });
+  TellLosingControl();
 }
 
 // Asks the controlling plugin for its camera; its answer, or 0 when it may not be asked.

@@ -78,6 +78,24 @@ TEST_F(Camera, DisabledControllerIsToldAndReplacedOrGivenUpControlIsNot) {
   EXPECT_EQ(trace, Lines{"loses 1"});
 }
 
+TEST_F(Camera, ControlEndsWhenItsLoserThrowsOrIsReleasedAgainWhileItIsTold) {
+  RunAs(plugin, [] {
+    VYRAControlCamera(
+        2,
+        [](VYRACameraPosition*, int, void*) -> int {
+          trace.push_back("loses " + std::to_string(VYRAGetMyID()));
+          EXPECT_EQ(VYRAIsCameraBeingControlled(nullptr), 1);
+          VYRACameraDisableHook(VYRAGetMyID());
+          throw 1;
+        },
+        nullptr);
+  });
+  EXPECT_THROW(VYRADisablePlugin(plugin), int);
+  EXPECT_EQ(VYRAIsCameraBeingControlled(nullptr), 0);
+  VYRADisablePlugin(plugin);
+  EXPECT_EQ(trace, Lines{"loses 1"});
+}
+
 TEST_F(Camera, NullControlAndARefusedControllerEndControl) {
   RunAs(plugin, [] { VYRAControlCamera(1, nullptr, nullptr); });
   EXPECT_EQ(Frame(), kUntouched);
