@@ -1,6 +1,7 @@
 #include "VYRAProcessing.h"
 
 #include <limits>
+#include <optional>
 #include <unordered_set>
 
 #include "VYRAHostServices.h"
@@ -30,8 +31,15 @@ bool Matches(const VYRAFlightLoopRecord& loop, VYRAFlightLoop_f callback, const 
   return loop.callback == callback && loop.refcon == refcon;
 }
 
-void Schedule(VYRAFlightLoopRecord& loop, float interval, bool relativeToNow) {
-  if (relativeToNow) loop.lastCallTime = VYRAGetElapsedTime();
+// When a schedule counts from. The host is asked before the flight loop is looked up: what it does in the
+// service may lead to the flight loop's end.
+std::optional<float> BeginOfSchedule(int relativeToNow) {
+  if (relativeToNow == 0) return std::nullopt;
+  return VYRAGetElapsedTime();
+}
+
+void Schedule(VYRAFlightLoopRecord& loop, float interval, std::optional<float> begin) {
+  if (begin.has_value()) loop.lastCallTime = *begin;
   loop.Wait(interval);
 }
 
@@ -61,10 +69,17 @@ VYRAFlightLoopRecord::VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, f
 }
 
 void VYRAFlightLoopRecord::Wait(float interval) {
-  constexpr float kNever = std::numeric_limits<float>::quiet_NaN();  // at least which no number is
+  constexpr float kNever = std::numeric_limits<float>::quiet_NaN();  // no number is at least as large
   // Both sums are in single precision, as the passes' own times are.
   dueTime = interval > 0 ? lastCallTime + interval : kNever;
   dueCycle = interval < 0 ? static_cast<float>(lastCallCycle) - interval : kNever;
+}
+
+void VYRAFlightLoopRecord::WaitAsBefore(float now, int cycle) {
+  dueTime += now - lastCallTime;
+  dueCycle += static_cast<float>(cycle) - static_cast<float>(lastCallCycle);
+  lastCallTime = now;
+  lastCallCycle = cycle;
 }
 
 VYRAFlightLoopRecord::~VYRAFlightLoopRecord() { gFlightLoopHandles.erase(this); }
@@ -90,8 +105,9 @@ void VYRADestroyFlightLoop(VYRAFlightLoopID flightLoop) {
 }
 
 void VYRAScheduleFlightLoop(VYRAFlightLoopID flightLoop, float interval, int relativeToNow) {
+  const std::optional<float> begin = BeginOfSchedule(relativeToNow);
   if (IsCallersOwn(flightLoop)) {
-    Schedule(*flightLoop, interval, relativeToNow != 0);
+    Schedule(*flightLoop, interval, begin);
   } else {
     VYRASendError("Attempt to schedule a flight loop callback owned by another plugin.");
   }
@@ -114,9 +130,10 @@ void VYRAUnregisterFlightLoopCallback(VYRAFlightLoop_f callback, void* refcon) {
 
 void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval, int relativeToNow,
                                        void* refcon) {
+  const std::optional<float> begin = BeginOfSchedule(relativeToNow);
   VYRAResourceWalk walk(gFlightLoops);
   while (VYRAFlightLoopRecord* loop = walk.Next()) {
-    if (Matches(*loop, callback, refcon)) Schedule(*loop, interval, relativeToNow != 0);
+    if (Matches(*loop, callback, refcon)) Schedule(*loop, interval, begin);
   }
 }
 
@@ -132,7 +149,13 @@ void VYRAProcessingRunPass(float now, int phase) {
   };
   for (VYRAFlightLoopRecord& loop : walk.Where(isDue)) {
     if (!dispatch(loop.owner)) continue;
-    const float interval = loop.callback(now - loop.lastCallTime, now - gLastCallTime, number, loop.refcon);
+    float interval = 0;
+    try {
+      interval = loop.callback(now - loop.lastCallTime, now - gLastCallTime, number, loop.refcon);
+    } catch (...) {
+      if (walk.HoldsRecord()) loop.WaitAsBefore(now, gLastCallNumber);
+      throw;
+    }
     dispatch.Ended();
     number = gLastCallNumber;  // higher, when the callback led to passes
     if (!walk.HoldsRecord()) continue;

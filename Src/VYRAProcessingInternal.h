@@ -14,6 +14,9 @@ struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
   // Waits from the last call on: seconds above 0, passes below 0, for good at 0.
   void Wait(float interval);
 
+  // Waits as long as the last time, after a call that did not come to an answer.
+  void WaitAsBefore(float now, int cycle);
+
   // When it is due, at whichever comes first; the one that it does not wait for never comes. Most loops of
   // a pass are only asked this, so it is worked out when they are called, not when they are asked.
   float dueTime;   // seconds

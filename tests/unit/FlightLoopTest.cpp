@@ -161,4 +161,41 @@ TEST_F(FlightLoops, ExceptionEndsThePassAndTheNextGoesOn) {
   EXPECT_EQ(Pass(2), "a");
 }
 
+TEST_F(FlightLoops, CallThatThrewWasACallAndTheNextComesAnIntervalLater) {
+  a.action = b.action = [](Loop&) { throw 1; };
+  b.result = 0;
+  Start(a, 2);
+  Start(b, -2);
+  EXPECT_EQ(Pass(1), "");
+  EXPECT_THROW(Pass(1.5F), int);
+  EXPECT_EQ(called, "b");
+  EXPECT_THROW(Pass(2.5F), int);
+  EXPECT_EQ(called, "a");
+  a.action = b.action = nullptr;
+  EXPECT_EQ(Pass(3), "b");
+  EXPECT_EQ(Pass(4.4F), "");
+  EXPECT_EQ(Pass(4.5F), "a");
+  EXPECT_EQ(lastSinceLastCall, 2);
+}
+
+TEST_F(FlightLoops, LoopThatGoesWhileTheHostIsAskedForTheTimeIsNotScheduled) {
+  static Loop* leaving;
+  static Loop* coming;
+  leaving = &a;
+  coming = &b;
+  const auto whileItGoes = [&](auto schedule) {
+    Start(a, 0);
+    gHost.services.GetElapsedTime = [] {
+      gHost.services.GetElapsedTime = [] { return 0.0F; };
+      VYRADestroyFlightLoop(leaving->id);
+      Start(*coming, 0);  // where memory is reused at once, at the same address
+      return 0.0F;
+    };
+    schedule();
+    return Pass(1);
+  };
+  EXPECT_EQ(whileItGoes([&] { VYRAScheduleFlightLoop(a.id, -1, 1); }), "");
+  EXPECT_EQ(whileItGoes([&] { VYRASetFlightLoopCallbackInterval(Call, -1, 1, &a); }), "");
+}
+
 }  // namespace
