@@ -69,8 +69,9 @@ std::string Row(std::string_view name, const CallCost& cost, double frameMs) {
 
 void PrintKinds(const PluginCost& cost, double frameMs) {
   std::vector<std::pair<std::string, CallCost>> kinds(cost.kinds.begin(), cost.kinds.end());
-  std::ranges::stable_sort(kinds, std::ranges::greater(),
-                           [](const auto& kind) { return kind.second.totalMs; });
+  // Those per frame first, dearest first.
+  std::ranges::stable_sort(
+      kinds, {}, [](const auto& kind) { return std::pair(kind.second.isPerCall, -kind.second.totalMs); });
   for (const auto& [kind, figures] : kinds) fmt::print("{}\n", Row("  " + kind, figures, frameMs));
 }
 
@@ -110,8 +111,8 @@ void PrintCosts(const Report& report) {
   if (!report.frames) return;
   const double frameMs = 1000.0 / report.rate;
   fmt::print(
-      "\ncosts per frame of {:.2f} ms ({:g} Hz), over {} frames; of opening, start, enable, disable, stop "
-      "and\nclosing per call, apart from the plugin's own line\n",
+      "\ncosts per frame of {:.2f} ms ({:g} Hz), over {} frames; lines with a - are per call, and not in the "
+      "plugin's own\n",
       frameMs, report.rate, report.frames->calls);
   fmt::print("{:<26}{:>9} {:>9} {:>8} {:>9} {:>9} {:>9} {:>8} {:>8} {:>9}\n", "plugin", "calls", "mean ms",
              "share", "median ms", "99 % ms", "longest", "share", "in frame", "load ms");
