@@ -79,7 +79,8 @@ void VYRADisplayDrawWindows();
 // Fires the hot key of a combination; whether there was one.
 bool VYRADispatchHotKey(char virtualKey, int flags);
 
-// A plugin is about to be disabled: it loses keyboard focus and the mouse, and is told so.
+// A plugin is about to be disabled: it loses keyboard focus and the mouse, and is told so. What it takes back
+// in these calls is gone again, unsaid, when they have returned. When one throws, calling this again goes on.
 void VYRADisplayDisableHook(VYRAPluginID plugin);
 
 // A plugin leaves: its draw callbacks, key sniffers, windows and hot keys are removed.

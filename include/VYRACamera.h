@@ -30,7 +30,8 @@ VYRA_LAYOUT_ASSERT(CameraPositionIs28Bytes, sizeof(VYRACameraPosition) == 28);
  * Sets the camera of a frame, once per frame while its plugin controls the camera.
  *
  * position: on entry the host's camera; write the wanted one into it. Valid during the call only. Null when
- * isLosingControl is 1: control ends, and the result is ignored.
+ * isLosingControl is 1: control ends, and the result is ignored; it ends also when the callback throws then,
+ * or takes control again. One that throws otherwise keeps control.
  * Result: 1 to use the position, 0 to end control and leave this frame to the host. Return nothing else: it
  * is passed on to the host, subtracted from 1, unchecked.
  */

@@ -114,7 +114,8 @@ VYRA_LAYOUT_ASSERT(WindowCreateParamsRefconAt64, offsetof(VYRAWindowCreateParams
  * Creates a window of the calling plugin, in front of all others. It lives until it is destroyed or its
  * plugin is unloaded. Arguments as in VYRAWindowCreateParams; it has no cursor and no wheel callback. Never
  * null. Do not create windows from a draw callback: between the drawing of the windows and the host's next
- * cursor query a new window hides all but the back-most one.
+ * cursor query a new window hides all but the back-most one. One that is created while the windows are drawn
+ * is first drawn in the next frame; one that is hidden is removed with its plugin.
  */
 VYRA_API VYRAWindowID VYRACreateWindow(int left, int top, int right, int bottom, int visible,
                                        VYRADrawWindow_f draw, VYRAHandleKey_f handleKey,
@@ -126,7 +127,10 @@ VYRA_API VYRAWindowID VYRACreateWindow(int left, int top, int right, int bottom,
  */
 VYRA_API VYRAWindowID VYRACreateWindowEx(const VYRAWindowCreateParams* params);
 
-/** Destroys a window; one with keyboard focus is told that it loses it. Also from its own callbacks. */
+/**
+ * Destroys a window; one with keyboard focus is told that it loses it, and is destroyed also when it throws
+ * then. Also from its own callbacks.
+ */
 VYRA_API void VYRADestroyWindow(VYRAWindowID window);
 
 /** Fills each pointer that is not null with an edge in pixels. */
@@ -147,7 +151,9 @@ VYRA_API void VYRASetWindowRefCon(VYRAWindowID window, void* refcon);
 
 /**
  * Gives keyboard focus to a window; null, or a handle that is none, releases it. The window that had it is
- * told first. Nothing happens when the window has it already or its plugin is disabled.
+ * told first, once, and has lost it afterwards even when it throws. Nothing happens when the window has it
+ * already or its plugin is disabled; nobody has it when that plugin is disabled, or the window destroyed,
+ * while the loser is told.
  */
 VYRA_API void VYRATakeKeyboardFocus(VYRAWindowID window);
 

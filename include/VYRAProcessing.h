@@ -27,7 +27,8 @@ VYRA_API int VYRAGetCycleNumber(void);
  * the pass. counter: VYRAGetCycleNumber(). refcon: as given at creation.
  *
  * Result, the interval until the next call: more than 0, seconds; less than 0, passes (of both phases:
- * -1 is the next pass of this phase); 0, not again until it is scheduled.
+ * -1 is the next pass of this phase); 0, not again until it is scheduled. A call that throws counts as a
+ * call; the interval stays what it was, and the pass ends.
  */
 typedef float (*VYRAFlightLoop_f)(float elapsedSinceLastCall, float elapsedTime, int counter, void* refcon);
 
