@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "VYRAAtEnd.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
@@ -88,18 +89,6 @@ void EndCommandsOf(VYRAPluginID plugin) {
   std::erase_if(gCommandMap, [&](const VYRAHeldCommand& held) { return held.owner == plugin; });
 }
 
-// Notes that a command is not held any more when the host has been told, also when a handler of it threw.
-class StReleasing {
- public:
-  explicit StReleasing(VYRACommandRef command) : held{.owner = gDispatchedPlugin, .command = command} {}
-  ~StReleasing() { gCommandMap.erase(held); }
-  StReleasing(const StReleasing&) = delete;
-  StReleasing& operator=(const StReleasing&) = delete;
-
- private:
-  VYRAHeldCommand held;
-};
-
 }  // namespace
 
 VYRACommandRef VYRAFindCommand(const char* name) {
@@ -122,7 +111,9 @@ void VYRACommandBegin(VYRACommandRef command) {
 }
 
 void VYRACommandEnd(VYRACommandRef command) {
-  const StReleasing releasing(command);
+  // Also when a handler of the command throws: it was released.
+  const VYRAHeldCommand held{.owner = gDispatchedPlugin, .command = command};
+  const StAtEnd release([&] { gCommandMap.erase(held); });
   gHooks->CommandEnd(command);
 }
 

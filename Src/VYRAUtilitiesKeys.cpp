@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "VYRAAtEnd.h"
 #include "VYRAHostServices.h"
 #include "VYRAUtilities.h"
 
@@ -59,22 +60,6 @@ void ChangeButton(int button, int up) {
   gHooks->CommandButtonPress(buttons, up, 1);
 }
 
-// Takes one press of a button back when the host has been told of the release, also when its call led to an
-// exception.
-class StReleasing {
- public:
-  explicit StReleasing(int releasedButton) : button(releasedButton) {}
-  ~StReleasing() {
-    const auto held = std::find(gButtons.begin(), gButtons.end(), button);
-    if (held != gButtons.end()) gButtons.erase(held);
-  }
-  StReleasing(const StReleasing&) = delete;
-  StReleasing& operator=(const StReleasing&) = delete;
-
- private:
-  int button;
-};
-
 }  // namespace
 
 void VYRASimulateKeyPress(int keyType, int key) { gHooks->SimulateKeyPress(keyType, key); }
@@ -92,7 +77,11 @@ void VYRACommandButtonPress(int button) {
 }
 
 void VYRACommandButtonRelease(int button) {
-  const StReleasing releasing(button);
+  // Also when the host's call leads to an exception: it has been told of the release.
+  const StAtEnd release([&] {
+    const auto held = std::find(gButtons.begin(), gButtons.end(), button);
+    if (held != gButtons.end()) gButtons.erase(held);
+  });
   ChangeButton(button, 1);
 }
 

@@ -242,6 +242,12 @@ TEST_F(Menus, ItemOfAMenuThatTheHostDestroysMeanwhileDoesNotGoToTheNextMenu) {
   EXPECT_TRUE(next->items.empty());
 }
 
+TEST_F(Menus, HandleOfADestroyedMenuIsNotThatOfTheNext) {
+  const VYRAMenuID menu = Create(1);
+  Destroy(1, menu);
+  EXPECT_NE(Create(1), menu);
+}
+
 TEST_F(Menus, DepartureThatAServiceEndsByAnExceptionGoesOnWithTheNextMenu) {
   for (int i = 0; i < 3; ++i) Create(1);
   static int destroyed;

@@ -78,6 +78,12 @@ TEST_F(Probes, PluginThatLeavesTakesOnlyItsOwnAlong) {
   EXPECT_EQ(gFreeProbes, (std::set<int>{1, 3}));
 }
 
+TEST_F(Probes, HandleOfADestroyedProbeIsNotThatOfTheNext) {
+  const VYRAProbeRef probe = Create();
+  VYRADestroyProbe(probe);
+  EXPECT_NE(Create(), probe);
+}
+
 class Objects : public PluginFixture {
  protected:
   Objects() {
