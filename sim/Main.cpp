@@ -21,7 +21,7 @@ constexpr double kMaxStallLimit = 86400.0;
 constexpr const char* kExitCodes = R"(Exit codes of a flight:
   0  everything expected happened
   1  an expectation failed or was not reached, a step could not be carried out,
-     or there was no plugin at all
+     a module could not be loaded, or there was no plugin at all
   2  wrong usage or input
   3  a plugin ended the flight)";
 

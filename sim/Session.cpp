@@ -14,6 +14,7 @@
 #include "host/CostWatch.h"
 #include "host/FlightBoard.h"
 #include "host/Frame.h"
+#include "host/LoadWatch.h"
 #include "host/ObjectServices.h"
 #include "host/OwnDataRefs.h"
 #include "host/PlaneServices.h"
@@ -56,8 +57,10 @@ void RunFrame(int frame, double rate, FlightUnderWay& flight) {
     flight.runner.CarryOutSteps(frame);
     FlyFrame(frame, rate, flight.passes);
   }
-  if (CountReloads() != reloadsBefore)
+  if (CountReloads() != reloadsBefore) {
+    EndReload();
     flight.narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
+  }
   TellNews(frame, flight.narrator);
   flight.runner.CheckExpectations(frame);
   ++flight.totals.frames;
@@ -95,30 +98,24 @@ bool CameToItsEnd(Narrator& narrator, const Part& part) {
   }
 }
 
-void TellPlugins() {
-  for (const PluginInfo& plugin : ListPlugins()) {
-    if (plugin.id == VYRA_HOST_PLUGIN) continue;
-    PluginReport report;
-    report.id = plugin.id;
-    report.signature = plugin.signature;
-    report.name = plugin.name;
-    report.path = plugin.path;
-    report.state = plugin.enabled ? "enabled" : "disabled";
-    TellEvent(PluginTold{std::move(report)});
-  }
+void Start(VYRAHostServices& services) {
+  const LoadRound round;
+  CallHook("VYRAInitializePlugins", VYRAInitializePlugins, gWorld.systemPath.c_str(), &services, nullptr);
+  round.AuditMainFolder();
 }
 
 // From the library's start to its shutdown.
 void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
   VYRAHostServices services = MakeHostServices();
   const bool flown = CameToItsEnd(flight.narrator, [&] {
-    CallHook("VYRAInitializePlugins", VYRAInitializePlugins, gWorld.systemPath.c_str(), &services, nullptr);
+    Start(services);
     fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
     StartAiPlanes();
     flight.runner.CheckExpectations(kAfterStart);
     RunFrames(options, flight);
   });
-  TellPlugins();
+  EndReload();
+  TellPluginStates();
   flight.totals.passes = VYRAGetCycleNumber();
   const bool shutDown =
       CameToItsEnd(flight.narrator, [] { CallHook("VYRAShutdownPlugins", VYRAShutdownPlugins); });

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/Events.h"
+#include "host/LoadWatch.h"
 #include "host/PluginList.h"
 #include "world/World.h"
 
@@ -22,7 +23,9 @@ std::string LoadUserAircraft(const std::string& modelPath) {
   if (IsUserAircraftLoaded()) UnloadUserAircraft();
   gWorld.modelPath = modelPath;
   const std::vector<PluginInfo> before = ListPlugins();
+  const LoadRound round;
   TellLibrary(VYRA_EVENT_PLANE_LOADED, kUsersPlane);
+  round.AuditPackage(PluginsOfAircraft(modelPath));
   return fmt::format("aircraft {} loaded: {}", AircraftName(), DescribeDifference(ListPlugins(), before));
 }
 
@@ -40,7 +43,9 @@ bool IsUserAircraftLoaded() { return !gWorld.modelPath.empty(); }
 std::string LoadScenery(const std::string& folder) {
   std::string path = folder;
   const std::vector<PluginInfo> before = ListPlugins();
+  const LoadRound round;
   TellLibrary(VYRA_EVENT_SCENERY_PACKAGE, path.data());
+  round.AuditPackage(folder + "plugins");
   const std::string name = std::filesystem::path(folder).parent_path().filename().string();
   return fmt::format("scenery {} loaded: {}", name, DescribeDifference(ListPlugins(), before));
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "host/CostWatch.h"
+#include "host/LoadWatch.h"
 #include "host/ServiceTable.h"
 #include "report/Log.h"
 #include "world/World.h"
@@ -24,6 +25,7 @@ void CopyTo(char* buffer, std::string_view text) { buffer[text.copy(buffer, text
 // The library shows a message only when it reloads the plugins. There is no user to wait for.
 void ShowMessage(const char* line1, const char* line2, const char* line3, const char* line4) {
   ++gReloads;
+  BeginReload();
   MarkInTrace("all plugins reloaded");
   for (const std::string_view line : {line1, line2, line3, line4})
     if (!line.empty()) gLog->Write(fmt::format("Message: {}\n", line));
@@ -38,7 +40,10 @@ void ReceiveMessage(VYRAPluginID fromPlugin, int message, void* /*param*/) {
 
 void FillSystemServices(VYRAHostServices& services) {
   services.GetElapsedTime = [] { return static_cast<float>(gWorld.elapsedSeconds); };
-  services.DebugString = [](const char* text) { gLog->Write(text); };
+  services.DebugString = [](const char* text) {
+    gLog->Write(text);
+    FollowLog(text);
+  };
   services.GetSystemPath = [](char* outPath) { CopyTo(outPath, gWorld.systemPath); };
   services.GetPrefsPath = [](char* outPath) { CopyTo(outPath, gWorld.systemPath + "vyra-sim.prefs"); };
   services.GetVersions = [](int* outHostVersion, int* outHostId) {

@@ -2,6 +2,7 @@
 #include "report/Summary.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <iterator>
@@ -38,6 +39,16 @@ void PrintActivity(const Activity& activity) {
              activity.objectsReleased, Counted(activity.objectsDrawn, "time"));
 }
 
+// One line each, where a reader looks: why a module is not there.
+void PrintLoadFailures(const Report& report) {
+  if (!report.loadFailures.empty()) fmt::print("\nnot loaded\n");
+  for (const LoadFailure& failure : report.loadFailures)
+    fmt::print("  {}: {}\n", failure.path, failure.reason);
+  if (HasPlugins(report) || report.foldersLookedAt.empty()) return;
+  fmt::print("\nno plugins: looked for *.vyp, */64/lin.vyp and */lin.vyp in {}\n",
+             fmt::join(report.foldersLookedAt, ", "));
+}
+
 void PrintTotals(const FlightTotals& totals, double rate) {
   PrintActivity(totals.activity);
   fmt::print("\npasses flown        {} (frames: {} at {:g} Hz, {:.2f} s simulated)\n", totals.passes,
@@ -67,6 +78,7 @@ void EnterPassTimes(FlightTotals& totals, const Histogram& passes) {
 
 void PrintSummary(const Report& report) {
   PrintPlugins(report.plugins);
+  PrintLoadFailures(report);
   if (report.totals) PrintTotals(*report.totals, report.rate);
   PrintVerdicts(report);
 }

@@ -95,6 +95,10 @@ std::string SimulatorFolder::Install(const std::string& module, const std::strin
   return target.string();
 }
 
+std::string SimulatorFolder::Bytes(const std::string& module) {
+  return ReadFile(fs::path(VYRA_SIM_TEST_MODULES) / (module + ".vyp"));
+}
+
 std::string SimulatorFolder::Write(const std::string& text, const std::string& place) const {
   const fs::path target = Plugins(place);
   fs::create_directories(target.parent_path());

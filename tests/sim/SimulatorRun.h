@@ -39,6 +39,8 @@ class SimulatorFolder {
   // place's path. Write puts a text there instead.
   std::string Install(const std::string& module, const std::string& place) const;
   std::string Write(const std::string& text, const std::string& place) const;
+  // The bytes of a module.
+  static std::string Bytes(const std::string& module);
 
   // Flies so many frames at 60 Hz, with further arguments.
   SimulatorRun Fly(int frames, const std::vector<std::string>& arguments = {}) const;

@@ -13,7 +13,7 @@ const std::vector<ExpectationWord>& ExpectationWords() {
       LogContainsExpectation(),  LogLacksExpectation(),      DataRefIsExpectation(),
       PluginCountExpectation(),  PluginIsExpectation(),      ScreenShowsExpectation(),
       ScreenLacksExpectation(),  MenuItemIsExpectation(),    CameraIsExpectation(),
-      PlanesHeldByExpectation(), ObjectsLoadedExpectation(),
+      PlanesHeldByExpectation(), ObjectsLoadedExpectation(), LoadFailuresAreExpectation(),
   };
   return kWords;
 }

@@ -17,6 +17,7 @@ ExpectationWord MenuItemIsExpectation();
 ExpectationWord CameraIsExpectation();
 ExpectationWord PlanesHeldByExpectation();
 ExpectationWord ObjectsLoadedExpectation();
+ExpectationWord LoadFailuresAreExpectation();
 
 // What several rooms share.
 

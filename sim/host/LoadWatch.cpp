@@ -1,0 +1,214 @@
+#include "host/LoadWatch.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "VYRAPlugin.h"
+#include "VYRAWatch.h"
+#include "host/CallWatchers.h"
+#include "host/LoadFailures.h"
+#include "host/PluginList.h"
+#include "report/Event.h"
+#include "world/World.h"
+
+namespace sim {
+namespace {
+
+int gRounds = 0;
+std::optional<LoadRound> gReload;
+std::string gLine;                              // what came of a line so far
+std::vector<LoadFailure> gFailures;             // of the whole flight
+std::map<std::string, std::string> gLoaded;     // paths by signature
+std::map<std::string, PluginReport> gPlugins;   // that were ever loaded, by path
+std::map<VYRAPluginID, std::string> gEnabling;  // paths of those whose enable call was made last
+
+void TellFailure(const std::string& path, const std::string& reason) {
+  const bool isKnown = std::ranges::any_of(gFailures, [&](const LoadFailure& failure) {
+    return failure.path == path && failure.reason == reason;
+  });
+  if (isKnown) return;
+  gFailures.push_back({path, reason});
+  TellEvent(LoadFailed{gFailures.back()});
+}
+
+bool HasFailed(const std::string& path) {
+  return std::ranges::find(gFailures, path, &LoadFailure::path) != gFailures.end();
+}
+
+bool IsLoaded(const std::string& path) {
+  return std::ranges::any_of(gLoaded, [&](const auto& entry) { return entry.second == path; });
+}
+
+constexpr std::array<std::string_view, 5> kBeginnings = {"dlerror:", "Fetching plugins for ",
+                                                         "Loaded: ", "Failed: ", "Warning: "};
+
+// ---- The log's lines -----------------------------------------------------------------------------------
+
+// The path in a line that consists of a beginning, a path and an end.
+std::optional<std::string> PathIn(std::string_view line, std::string_view beginning, std::string_view end) {
+  if (!line.starts_with(beginning) || !line.ends_with(end)) return std::nullopt;
+  line.remove_prefix(beginning.size());
+  line.remove_suffix(end.size());
+  return std::string(line);
+}
+
+// The module that is being opened, the system's text for which is logged meanwhile.
+std::string ModuleBeingOpened() {
+  VYRARunningCall call;
+  return VYRAGetRunningCalls(&call, 1) == 1 && call.kind == VYRA_CALL_OPENING ? call.path : "";
+}
+
+void FollowLoaded(std::string_view line) {
+  const std::size_t bracket = line.rfind(" (");
+  const std::string path(line.substr(0, bracket));
+  const std::string signature(line.substr(bracket + 2));
+  gLoaded[signature] = path;
+  PluginReport& plugin = gPlugins[path];
+  plugin.signature = signature;
+  plugin.path = path;
+  TellPluginStates();
+}
+
+void FollowDuplicate(std::string_view line) {
+  const std::size_t at = line.rfind(" Signature: ");
+  const std::string path(line.substr(0, at));
+  const std::string signature(line.substr(at + std::string_view(" Signature: ").size()));
+  if (signature.empty()) return TellFailure(path, "it gives an empty signature");
+  TellFailure(path, fmt::format("it has the signature {} of {}, which is loaded already", signature,
+                                gLoaded[signature]));
+}
+
+void FollowLine(const std::string& line) {
+  if (line.starts_with("dlerror:")) {
+    const std::string path = ModuleBeingOpened();
+    if (!path.empty()) TellFailure(path, ExplainFailedOpening(path, std::string_view(line).substr(8)));
+    return;
+  }
+  if (const auto rest = PathIn(line, "Fetching plugins for ", "")) {
+    TellEvent(FolderLookedAt{*rest});
+  } else if (const auto loaded = PathIn(line, "Loaded: ", ").")) {
+    FollowLoaded(*loaded);
+  } else if (const auto refused = PathIn(
+                 line, "Failed: ", ". (The plugin refused to start by returning 0 from VyPluginStart.)")) {
+    TellFailure(*refused, "it refused to start: VyPluginStart returned 0");
+  } else if (const auto startless = PathIn(
+                 line,
+                 "Failed: ", ".  (This file is a loadable DLL but is missing the VyPluginStart callback.)")) {
+    TellFailure(*startless, ExplainMissingStart(*startless));
+  } else if (const auto duplicate =
+                 PathIn(line, "Warning: ", ". (A version of this plugin is already loaded.)")) {
+    FollowDuplicate(*duplicate);
+  }
+}
+
+// ---- The calls of VyPluginEnable ------------------------------------------------------------------------
+
+void NoteBegin(const VYRARunningCall* call, void* /*refcon*/) {
+  if (call->kind == VYRA_CALL_DISABLE) gEnabling.erase(call->plugin);
+}
+
+void NoteEnd(const VYRARunningCall* call, void* /*refcon*/) {
+  if (call->kind == VYRA_CALL_ENABLE) gEnabling[call->plugin] = call->path;
+}
+
+void TellRefusedEnables() {
+  for (const auto& [plugin, path] : gEnabling)
+    if (VYRAIsPluginEnabled(plugin) == 0)
+      TellFailure(path, "it refused to be enabled: VyPluginEnable returned 0");
+  gEnabling.clear();
+}
+
+}  // namespace
+
+LoadRound::LoadRound() {
+  if (gRounds++ > 0) return;
+  AddCallWatcher({.structSize = sizeof(VYRAWatcher),
+                  .wantsAccessors = 0,
+                  .begin = NoteBegin,
+                  .end = NoteEnd,
+                  .refcon = &gRounds});
+}
+
+LoadRound::~LoadRound() {
+  if (--gRounds > 0) return;
+  RemoveCallWatcher(&gRounds);
+  gEnabling.clear();
+  gLine.clear();
+}
+
+void LoadRound::AuditMainFolder() const { Audit(gWorld.systemPath + "Resources/plugins", true); }
+
+void LoadRound::AuditPackage(const std::string& folder) const { Audit(folder, false); }
+
+void LoadRound::Audit(const std::string& folder, bool takesLooseModules) const {
+  for (const LoadFailure& failure : FindMisplacedModules(folder, takesLooseModules))
+    TellFailure(failure.path, failure.reason);
+  // What the log says nothing of, as of a file that cannot be read.
+  for (const std::string& module : FindModules(folder, takesLooseModules))
+    if (!IsLoaded(module) && !HasFailed(module)) TellFailure(module, ExplainFailedOpening(module, ""));
+  TellRefusedEnables();
+  TellPluginStates();
+}
+
+void FollowLog(std::string_view text) {
+  if (gRounds == 0) return;
+  // A plugin may have left the line before without an end.
+  if (std::ranges::any_of(kBeginnings,
+                          [&](std::string_view beginning) { return text.starts_with(beginning); }))
+    gLine.clear();
+  gLine += text;
+  for (std::size_t end = gLine.find('\n'); end != std::string::npos; end = gLine.find('\n')) {
+    const std::string line = gLine.substr(0, end);
+    gLine.erase(0, end + 1);
+    if (!line.empty()) FollowLine(line);
+  }
+}
+
+void BeginReload() {
+  gLoaded.clear();
+  if (!gReload) gReload.emplace();
+}
+
+void EndReload() {
+  if (!gReload) return;
+  gReload->AuditMainFolder();
+  if (!gWorld.modelPath.empty()) gReload->AuditPackage(PluginsOfAircraft(gWorld.modelPath));
+  gReload.reset();
+}
+
+std::string PluginsOfAircraft(const std::string& modelPath) {
+  return modelPath.substr(0, modelPath.rfind('/')) + "/plugins";
+}
+
+void TellPluginStates() {
+  const std::vector<PluginInfo> list = ListPlugins();
+  for (auto& [path, plugin] : gPlugins) {
+    const auto found = std::ranges::find(list, plugin.signature, &PluginInfo::signature);
+    PluginReport now = plugin;
+    now.state = "unloaded";
+    if (found != list.end() && gLoaded[plugin.signature] == path) {
+      now.id = found->id;
+      now.name = found->name;
+      now.state = found->enabled ? "enabled" : "disabled";
+    }
+    if (now.state == plugin.state && now.id == plugin.id) continue;
+    plugin = now;
+    TellEvent(PluginTold{plugin});
+  }
+}
+
+int CountLoadFailures() { return static_cast<int>(gFailures.size()); }
+
+std::string DescribeLoadFailures() {
+  std::string text = std::to_string(gFailures.size());
+  for (const LoadFailure& failure : gFailures) text += fmt::format("; {}: {}", failure.path, failure.reason);
+  return text;
+}
+
+}  // namespace sim
