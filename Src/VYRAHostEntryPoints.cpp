@@ -3,15 +3,17 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <exception>
 
 #include "VYRADataAccess.h"
 #include "VYRADisplayCameraInternal.h"
+#include "VYRAHostEntryPointsCall.h"
 #include "VYRAHostServices.h"
 #include "VYRALoader.h"
 #include "VYRALoaderDispatch.h"
-#include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycle.h"
+#include "VYRALoaderReload.h"
+#include "VYRALoaderState.h"
+#include "VYRALoaderSteps.h"
 #include "VYRAMenusInternal.h"
 #include "VYRAProcessingInternal.h"
 #include "VYRAUtilitiesCommands.h"
@@ -40,10 +42,13 @@ bool IsUsersPlane(const void* planeIndex) { return reinterpret_cast<std::intptr_
 // Plugins hear of the plane before its own plugins are loaded, and of its end before they are unloaded, so
 // an aircraft's plugins receive the second message only.
 void PlaneLoaded(void* planeIndex) {
-  Broadcast(VYRA_MESSAGE_PLANE_LOADED, planeIndex);
-  if (!IsUsersPlane(planeIndex)) return;
-  VYRAFindAndLoadUserAcfPlugins();
-  VYRAEnableACFPlugins();
+  VYRALoaderSteps steps;
+  steps.Take([&] { Broadcast(VYRA_MESSAGE_PLANE_LOADED, planeIndex); });
+  if (IsUsersPlane(planeIndex)) {
+    steps.Take(VYRAFindAndLoadUserAcfPlugins);
+    steps.Take(VYRAEnableACFPlugins);
+  }
+  steps.End();
 }
 
 void PlaneUnloaded(void* planeIndex) {
@@ -57,38 +62,40 @@ void PlaneUnloaded(void* planeIndex) {
 // reload to the pass around it.
 int VYRADoFlightLoopProcessing(float now, int event) {
   VYRAProcessingRunPass(now, event != 0 ? VYRA_FLIGHT_LOOP_PHASE_1 : VYRA_FLIGHT_LOOP_PHASE_0);
-  if (gScheduleReload && !VYRALoaderIsNested()) VYRAReloadPluginsInternal();
+  if (VYRALoaderOwesReload() && !VYRALoaderIsNested()) VYRAReloadPluginsInternal();
   return 1;
 }
 
-}  // namespace
+// Takes back that the library is started when the start was left before anything was loaded.
+class StStarting {
+ public:
+  StStarting() { gIsStarted = true; }
+  ~StStarting() {
+    if (gAllPlugins.empty()) gIsStarted = false;
+  }
+  StStarting(const StStarting&) = delete;
+  StStarting& operator=(const StStarting&) = delete;
+};
 
-int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, void* self) {
-  if (systemPath == nullptr || services == nullptr || !gAllPlugins.empty()) return kHostInterfaceRevision;
-  const StHostCall call(std::uncaught_exceptions());
-  // A shutdown inside a plugin's code left modules open whose IDs must not be given out yet.
-  if (!gWaitingModules.empty()) return kHostInterfaceRevision;
+bool MayStart() {
+  return !gIsStarted && !StLoaderWork::IsInProgress() && gAllPlugins.empty() && gWaitingModules.empty();
+}
+
+void Start(const char* systemPath, VYRAHostServices* services, void* self) {
+  if (!MayStart()) return;
+  const StLoaderWork working;
+  const StStarting starting;
   gSelf = self;
   gHooks = services;
   VYRAInitMenus();
   PublishBuildString();
-  VYRAFindAndLoadPlugins(systemPath);
-  VYRAEnableAllPlugins();
-  return kHostInterfaceRevision;
+  VYRALoaderSteps steps;
+  steps.Take([&] { VYRAFindAndLoadPlugins(systemPath); });
+  steps.Take(VYRAEnableAllPlugins);
+  steps.End();
 }
 
-void VYRAShutdownPlugins(void) {
-  const StHostCall call(std::uncaught_exceptions());
-  VYRADisableAllPlugins();
-  VYRAUnloadPlugins();
-  gScheduleReload = false;
-}
-
-int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float /*elapsed2*/) {
-  // Nothing is loaded before the start, after the shutdown and in the middle of a reload, and without the
-  // host's own record nothing may be.
-  if (gAllPlugins.empty()) return 1;
-  const StHostCall call(std::uncaught_exceptions());
+int HandleEvent(int event, void* param, float elapsed) {
   switch (event) {
     case VYRA_EVENT_FLIGHT_LOOPS_0:
       VYRADoRepeatedButtons();
@@ -132,4 +139,26 @@ int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float
       break;
   }
   return 1;
+}
+
+}  // namespace
+
+int VYRAInitializePlugins(const char* systemPath, VYRAHostServices* services, void* self) {
+  if (systemPath == nullptr || services == nullptr) return kHostInterfaceRevision;
+  VYRARunHostCall([&] { Start(systemPath, services, self); });
+  return kHostInterfaceRevision;
+}
+
+void VYRAShutdownPlugins(void) {
+  VYRARunHostCall([] {
+    VYRALoaderForgetReload();
+    VYRADisableAllPlugins();
+    VYRAUnloadPlugins();
+    VYRALoaderForgetReload();  // for which a stop callback may have asked
+    gIsStarted = false;
+  });
+}
+
+int VYRAEventHook(int event, void* param, void* /*param2*/, float elapsed, float /*elapsed2*/) {
+  return VYRARunHostCall([&] { return HandleEvent(event, param, elapsed); });
 }

@@ -9,14 +9,13 @@
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderLifecycle.h"
 #include "VYRALoaderModule.h"
+#include "VYRALoaderPaths.h"
+#include "VYRALoaderState.h"
+#include "VYRALoaderSteps.h"
 #include "VYRAModuleLoader.h"
 #include "VYRAStrings.h"
 
-bool gScheduleReload = false;
-
 namespace {
-
-constexpr std::size_t kHostPathSize = 4096;  // above what the services promise to stay below
 
 std::vector<std::string> SortedListing(const std::string& folder, const char* pattern) {
   std::vector<std::string> names;
@@ -43,58 +42,62 @@ void RegisterHost() {
   VYRARegistrySetEnabled(VYRA_HOST_PLUGIN, true);
 }
 
-void LoadLooseModules(const std::string& folder, const std::vector<std::string>& names) {
-  for (const std::string& name : names) {
-    if (Contains(name, "PluginAdmin")) continue;
-    if (gHooks->serviceTableRevision > 3) gHooks->ShowLoadingStatus(("Loading Plugin: " + name).c_str());
-    LoadOnePlugin(folder + gDirSeparator + name, 1);
-  }
+void LoadLooseModule(const std::string& folder, const std::string& name) {
+  if (!VYRALoaderMayLoad()) return;
+  if (gHooks->serviceTableRevision > 3) gHooks->ShowLoadingStatus(("Loading Plugin: " + name).c_str());
+  LoadOnePlugin(folder + gDirSeparator + name, 1, nullptr);
 }
 
-void LoadPluginFolders(const std::string& folder) {
-  for (const std::string& name : SortedListing(folder, "DIR")) {
-    const bool passedOver = Contains(name, "PluginAdmin") || Contains(name, "VYRA.framework") ||
-                            Contains(name, "VyWidgets.framework");
-    if (!passedOver) LoadFatPlugin(folder + gDirSeparator + name);
-  }
+bool IsPassedOver(std::string_view folder) {
+  return Contains(folder, "PluginAdmin") || Contains(folder, "VYRA.framework") ||
+         Contains(folder, "VyWidgets.framework");
 }
 
-// Loads every plugin folder in a folder; the IDs of those that started.
-std::vector<VYRAPluginID> LoadPackage(const std::string& folder) {
+// Loads every plugin folder in a folder, and puts the IDs of those that start on the list, each at once.
+void LoadPackage(const std::string& folder, std::vector<VYRAPluginID>& list) {
+  if (!VYRALoaderMayLoad()) return;
   const std::vector<std::string> names = SortedListing(folder, "DIR");
-  std::vector<VYRAPluginID> loaded;
-  if (!names.empty()) LogFetching(folder);
+  VYRALoaderSteps steps;
+  if (!names.empty()) steps.Take([&] { LogFetching(folder); });
   for (const std::string& name : names) {
-    const VYRAPluginID plugin = LoadFatPlugin(folder + gDirSeparator + name);
-    if (plugin != VYRA_NO_PLUGIN) loaded.push_back(plugin);
+    steps.Take([&] { LoadFatPlugin(folder + gDirSeparator + name, &list); });
   }
-  return loaded;
+  steps.End();
 }
 
 }  // namespace
 
-VYRAPluginID LoadFatPlugin(const std::string& folder) {
-  const VYRAPluginID plugin = LoadOnePlugin(folder + "/64/lin.vyp", 0);
-  return plugin != VYRA_NO_PLUGIN ? plugin : LoadOnePlugin(folder + "/lin.vyp", 0);
+VYRAPluginID LoadFatPlugin(const std::string& folder, std::vector<VYRAPluginID>* list) {
+  const VYRAPluginID plugin = LoadOnePlugin(folder + "/64/lin.vyp", 0, list);
+  return plugin != VYRA_NO_PLUGIN ? plugin : LoadOnePlugin(folder + "/lin.vyp", 0, list);
 }
 
+// One plugin that throws in its start keeps no other from being loaded.
+
 void VYRAFindAndLoadPlugins(const std::string& systemPath) {
+  if (!gIsStarted || !gAllPlugins.empty()) return;
   VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
   RegisterHost();
   const std::string folder = systemPath + "Resources/plugins";
-  LogFetching(folder);
+  VYRALoaderSteps steps;
+  steps.Take([&] { LogFetching(folder); });
   const std::vector<std::string> modules = SortedListing(folder, "*.vyp");
-  LoadFatPlugin(folder + "/PluginAdmin");
-  LoadLooseModules(folder, modules);
-  LoadPluginFolders(folder);
+  steps.Take([&] { LoadFatPlugin(folder + "/PluginAdmin", nullptr); });
+  for (const std::string& name : modules) {
+    if (!Contains(name, "PluginAdmin")) steps.Take([&] { LoadLooseModule(folder, name); });
+  }
+  for (const std::string& name : SortedListing(folder, "DIR")) {
+    if (!IsPassedOver(name)) steps.Take([&] { LoadFatPlugin(folder + gDirSeparator + name, nullptr); });
+  }
+  steps.End();
 }
 
 void VYRAFindAndLoadAcfPlugins(const std::string& aircraftFolder) {
-  const std::vector<VYRAPluginID> loaded = LoadPackage(aircraftFolder + "/plugins");
-  gCurrentAircraftPluginIDS.insert(gCurrentAircraftPluginIDS.end(), loaded.begin(), loaded.end());
+  LoadPackage(aircraftFolder + "/plugins", gCurrentAircraftPluginIDS);
 }
 
 void VYRAFindAndLoadUserAcfPlugins() {
+  if (!VYRALoaderMayLoad()) return;
   char path[kHostPathSize] = "";
   char fileName[kHostPathSize] = "";
   gHooks->GetNthAircraftModel(0, path, fileName);
@@ -106,23 +109,9 @@ void VYRAFindAndLoadUserAcfPlugins() {
 }
 
 void VYRAFindAndLoadSceneryPlugins(const std::string& packageFolder) {
-  for (const VYRAPluginID plugin : LoadPackage(packageFolder + "plugins")) VYRAEnablePlugin(plugin);
-}
-
-void VYRAReloadPlugins(void) { gScheduleReload = true; }
-
-void VYRAReloadPluginsInternal() {
-  gScheduleReload = false;
-  VYRADisableAllPlugins();
-  VYRAUnloadAcfPlugin();
-  VYRAUnloadPlugins();
-  if (gHooks->serviceTableRevision > 2) {
-    gHooks->ShowMessage("Please place your new plugin in the plugins folder.",
-                        "I will then reload all plugins.", "", "");
-  }
-  char systemPath[kHostPathSize] = "";
-  gHooks->GetSystemPath(systemPath);
-  VYRAFindAndLoadPlugins(systemPath);
-  VYRAFindAndLoadUserAcfPlugins();
-  VYRAEnableAllPlugins();
+  std::vector<VYRAPluginID> loaded;
+  VYRALoaderSteps steps;
+  steps.Take([&] { LoadPackage(packageFolder + "plugins", loaded); });
+  steps.Take([&] { VYRAEnablePlugins(loaded); });
+  steps.End();
 }

@@ -1,17 +1,17 @@
-// Finding plugin modules on disk, in the order in which they are loaded, and the reload that starts all over.
+// Finding plugin modules on disk, in the order in which they are loaded.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "VYRAPlugin.h"
 
-// A reload that was asked for with VYRAReloadPlugins and not carried out yet.
-extern bool gScheduleReload;
+// Loads the module of a plugin folder, "64/lin.vyp" before "lin.vyp"; its ID, or -1. The ID is put on `list`,
+// if there is one, as soon as the plugin is loaded.
+VYRAPluginID LoadFatPlugin(const std::string& folder, std::vector<VYRAPluginID>* list);
 
-// Loads the module of a plugin folder, "64/lin.vyp" before "lin.vyp"; its ID, or -1.
-VYRAPluginID LoadFatPlugin(const std::string& folder);
-
-// Registers the host as plugin 0 and loads the plugins of its main folder. Enables none.
+// Registers the host as plugin 0 and loads the plugins of its main folder, into an empty registry. Enables
+// none.
 void VYRAFindAndLoadPlugins(const std::string& systemPath);
 
 // Loads the plugins below an aircraft's folder. Enables none.
@@ -22,6 +22,3 @@ void VYRAFindAndLoadUserAcfPlugins();
 
 // Loads and enables the plugins below a scenery package's folder, which ends in a separator.
 void VYRAFindAndLoadSceneryPlugins(const std::string& packageFolder);
-
-// Stops and unloads all plugins, then loads and enables them afresh.
-void VYRAReloadPluginsInternal();

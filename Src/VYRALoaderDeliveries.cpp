@@ -8,7 +8,12 @@ namespace {
 // Pending deliveries whose plugin left before their work had finished.
 VYRADeliveryHead orphaned;
 
-bool CanReceive(int plugin) { return plugin == VYRA_HOST_PLUGIN || VYRARegistryIsLoaded(plugin); }
+bool CanReceive(VYRAPluginID plugin) { return plugin == VYRA_HOST_PLUGIN || VYRARegistryStays(plugin); }
+
+void Orphan(VYRADelivery& delivery) {
+  delivery.pluginID = VYRA_NO_PLUGIN;
+  VYRADeliveryEnqueue(orphaned, delivery);
+}
 
 void TellGone(VYRADelivery& delivery) {
   delivery.pluginID = VYRA_NO_PLUGIN;
@@ -18,16 +23,21 @@ void TellGone(VYRADelivery& delivery) {
 }  // namespace
 
 void VYRAQueueDelivery(VYRADelivery* delivery) {
-  if (!VYRARegistryHolds(delivery->pluginID)) {
-    VYRASendError("Internal error: async queue pending but the plugin ID is invalid.");
+  const VYRAPluginID plugin = delivery->pluginID;
+  if (CanReceive(plugin) && VYRARegistryHolds(plugin)) {
+    VYRADeliveryEnqueue(VYRARegistryRecord(plugin).pending, *delivery);
     return;
   }
-  VYRADeliveryEnqueue(VYRARegistryRecord(delivery->pluginID).pending, *delivery);
+  // By the time the work has finished, another plugin may have the ID. The host is always the same.
+  if (plugin != VYRA_HOST_PLUGIN) Orphan(*delivery);
+  if (!VYRARegistryHolds(plugin)) {
+    VYRASendError("Internal error: async queue pending but the plugin ID is invalid.");
+  }
 }
 
 void VYRASendDelivery(VYRADelivery* delivery) {
   VYRADeliveryDequeue(*delivery);
-  const int plugin = delivery->pluginID;
+  const VYRAPluginID plugin = delivery->pluginID;
   if (!CanReceive(plugin)) {
     TellGone(*delivery);
     return;
@@ -40,7 +50,7 @@ void VYRASendDelivery(VYRADelivery* delivery) {
   }
 }
 
-void VYRADeliverWaiting(int plugin) {
+void VYRADeliverWaiting(VYRAPluginID plugin) {
   // A delivery may disable its plugin or have it unloaded, so both are asked again each time.
   while (VYRARegistryIsEnabled(plugin)) {
     VYRADelivery* delivery = VYRADeliveryPop(VYRARegistryRecord(plugin).waiting);
@@ -50,11 +60,10 @@ void VYRADeliverWaiting(int plugin) {
   }
 }
 
-void VYRASettleDeliveries(int plugin) {
+void VYRASettleDeliveries(VYRAPluginID plugin) {
   if (!VYRARegistryHolds(plugin)) return;
   while (VYRADelivery* delivery = VYRADeliveryPop(VYRARegistryRecord(plugin).pending)) {
-    delivery->pluginID = VYRA_NO_PLUGIN;
-    VYRADeliveryEnqueue(orphaned, *delivery);
+    Orphan(*delivery);
   }
   while (VYRARegistryHolds(plugin)) {
     VYRADelivery* delivery = VYRADeliveryPop(VYRARegistryRecord(plugin).waiting);

@@ -12,7 +12,7 @@ void VYRAQueueDelivery(VYRADelivery* delivery);
 void VYRASendDelivery(VYRADelivery* delivery);
 
 // Hands a plugin what waits for it, as long as it is enabled.
-void VYRADeliverWaiting(int plugin);
+void VYRADeliverWaiting(VYRAPluginID plugin);
 
 // A plugin leaves: what is pending is orphaned, what waits is told at once.
-void VYRASettleDeliveries(int plugin);
+void VYRASettleDeliveries(VYRAPluginID plugin);

@@ -2,9 +2,11 @@
 // The rules of who gets a delivery when stand in VYRALoaderDeliveries.h.
 #pragma once
 
+#include "VYRADefs.h"
+
 class VYRADelivery {
  public:
-  explicit VYRADelivery(int plugin = -1) : pluginID(plugin) {}
+  explicit VYRADelivery(VYRAPluginID plugin = VYRA_NO_PLUGIN) : pluginID(plugin) {}
   VYRADelivery(const VYRADelivery&) = delete;
   VYRADelivery& operator=(const VYRADelivery&) = delete;
 
@@ -12,7 +14,7 @@ class VYRADelivery {
   // this is the last call it gets, and it disposes of its object.
   virtual void DeliverToPlugin(bool pluginGone) = 0;
 
-  int pluginID;
+  VYRAPluginID pluginID;
 
  protected:
   ~VYRADelivery() = default;

@@ -6,6 +6,8 @@
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderHostCalls.h"
 #include "VYRALoaderLifecycleHooks.h"
+#include "VYRALoaderState.h"
+#include "VYRALoaderSteps.h"
 
 std::vector<VYRAPluginID> gCurrentAircraftPluginIDS;
 
@@ -26,6 +28,11 @@ class StTransition {
   VYRAPluginID id;
 };
 
+// While its module is opened, nothing is known of a plugin that could be enabled.
+bool MayBeEnabled(VYRAPluginID plugin) {
+  return VYRARegistryStays(plugin) && VYRARegistryRecord(plugin).stage != PluginStage::opening;
+}
+
 int CallEnable(VYRAPluginID plugin) {
   const auto enable = VYRARegistryRecord(plugin).enable;
   if (enable == nullptr) return 1;
@@ -38,7 +45,7 @@ int CallEnable(VYRAPluginID plugin) {
 // unload is still to come.
 class StStop {
  public:
-  explicit StStop(VYRAPluginID plugin) : id(plugin) { VYRARegistryRecord(id).stopped = true; }
+  explicit StStop(VYRAPluginID plugin) : id(plugin) {}
   ~StStop() {
     if (VYRARegistryHolds(id)) VYRARegistrySetEnabled(id, false);
   }
@@ -60,27 +67,26 @@ void CallStop(VYRAPluginID plugin) {
 
 // Empties a record of everything that points into its module or names it as loaded. The name and the
 // description stay, so that a log line can still say who was there.
-void* ForgetModule(VYRAPluginID plugin) {
-  VYRARegistrySetEnabled(plugin, false);
+ClosingModule ForgetModule(VYRAPluginID plugin) {
   PluginRecord& record = VYRARegistryRecord(plugin);
+  record.stage = PluginStage::closed;
   record.stop = nullptr;
   record.enable = nullptr;
   record.disable = nullptr;
   record.receiveMessage = nullptr;
   record.error = nullptr;
   record.path.clear();
-  record.signature.clear();
-  return std::exchange(record.moduleHandle, nullptr);
+  return {std::exchange(record.moduleHandle, nullptr), plugin, std::exchange(record.signature, {})};
 }
 
 }  // namespace
 
 int VYRAEnablePlugin(VYRAPluginID plugin) {
-  if (!VYRARegistryIsLoaded(plugin)) return 0;
+  if (!MayBeEnabled(plugin)) return 0;
   if (!VYRARegistryIsEnabled(plugin)) {
-    if (VYRARegistryRecord(plugin).inTransition || VYRARegistryRecord(plugin).stopped) return 0;
+    if (VYRARegistryRecord(plugin).inTransition) return 0;
     const bool accepted = CallEnable(plugin) != 0;
-    if (!VYRARegistryIsLoaded(plugin)) return 0;
+    if (!MayBeEnabled(plugin)) return 0;
     VYRARegistrySetEnabled(plugin, accepted);
   }
   VYRADeliverWaiting(plugin);
@@ -88,8 +94,8 @@ int VYRAEnablePlugin(VYRAPluginID plugin) {
 }
 
 void VYRADisablePlugin(VYRAPluginID plugin) {
-  if (!VYRARegistryIsLoaded(plugin)) return;
-  if (!VYRARegistryIsEnabled(plugin) || VYRARegistryRecord(plugin).inTransition) return;
+  if (plugin <= VYRA_HOST_PLUGIN || !VYRARegistryIsEnabled(plugin)) return;
+  if (VYRARegistryRecord(plugin).inTransition) return;
   {
     const StTransition transition(plugin);
     VYRALoaderRunDisableHooks(plugin);
@@ -102,69 +108,81 @@ void VYRADisablePlugin(VYRAPluginID plugin) {
   disable();
 }
 
-// The loops below read the registry's size anew in each round: the plugins they call may load more.
+// One plugin that throws keeps no other from being enabled. What takes plugins down, in contrast, ends with
+// the first exception: the host calls it again, and it goes on from there.
 
 void VYRAEnableAllPlugins() {
-  for (VYRAPluginID plugin = 0; plugin < VYRACountPlugins(); ++plugin) VYRAEnablePlugin(plugin);
+  VYRALoaderSteps steps;
+  // The size is read anew in each round: the plugins that are called may load more.
+  for (VYRAPluginID plugin = 0; plugin < VYRACountPlugins(); ++plugin) {
+    steps.Take([&] { VYRAEnablePlugin(plugin); });
+  }
+  steps.End();
 }
 
 void VYRADisableAllPlugins() {
   for (VYRAPluginID plugin = 0; plugin < VYRACountPlugins(); ++plugin) VYRADisablePlugin(plugin);
 }
 
-void VYRAEnableACFPlugins() {
-  for (std::size_t i = 0; i < gCurrentAircraftPluginIDS.size(); ++i) {
-    VYRAEnablePlugin(gCurrentAircraftPluginIDS[i]);
+void VYRAEnablePlugins(const std::vector<VYRAPluginID>& plugins) {
+  VYRALoaderSteps steps;
+  for (const VYRAPluginID plugin : plugins) {
+    steps.Take([&] { VYRAEnablePlugin(plugin); });
   }
+  steps.End();
 }
+
+// The aircraft's plugins of the moment: the calls may lead to another aircraft.
+
+void VYRAEnableACFPlugins() { VYRAEnablePlugins(std::vector(gCurrentAircraftPluginIDS)); }
 
 void VYRADisableACFPlugins() {
-  for (std::size_t i = 0; i < gCurrentAircraftPluginIDS.size(); ++i) {
-    VYRADisablePlugin(gCurrentAircraftPluginIDS[i]);
-  }
+  for (const VYRAPluginID plugin : std::vector(gCurrentAircraftPluginIDS)) VYRADisablePlugin(plugin);
 }
 
-void UnloadOnePlugin(VYRAPluginID plugin) {
-  VYRALoaderCloseModule(VYRALoaderRemovePlugin(plugin, true), plugin);
-}
+void UnloadOnePlugin(VYRAPluginID plugin) { VYRALoaderCloseModule(VYRALoaderRemovePlugin(plugin, true)); }
 
-void* VYRALoaderRemovePlugin(VYRAPluginID plugin, bool owesStop) {
-  if (plugin == VYRA_HOST_PLUGIN || !VYRARegistryHolds(plugin)) return nullptr;
+ClosingModule VYRALoaderRemovePlugin(VYRAPluginID plugin, bool owesStop) {
+  if (!VYRARegistryIsOpen(plugin)) return {};
+  VYRARegistryRecord(plugin).stage = PluginStage::leaving;
   VYRASettleDeliveries(plugin);
-  if (owesStop && VYRARegistryIsLoaded(plugin)) CallStop(plugin);
-  if (!VYRARegistryHolds(plugin)) return nullptr;
+  if (owesStop && VYRARegistryIsOpen(plugin)) CallStop(plugin);
+  // A shutdown meanwhile has taken the record.
+  if (!VYRARegistryHolds(plugin)) return {};
   // Not enabled from here on, so that no hook calls into the plugin again; and the stop callback may have
-  // asked for more deliveries.
+  // left deliveries.
   VYRARegistrySetEnabled(plugin, false);
   VYRASettleDeliveries(plugin);
   VYRALoaderRunCleanupHooks(plugin);
-  return VYRARegistryHolds(plugin) ? ForgetModule(plugin) : nullptr;
+  return VYRARegistryIsOpen(plugin) ? ForgetModule(plugin) : ClosingModule();
 }
 
-void VYRALoaderDropLastRecord(VYRAPluginID plugin) {
-  if (plugin != VYRACountPlugins() - 1 || VYRARegistryIsLoaded(plugin)) return;
-  VYRARegistryDropLast();
+void VYRALoaderGiveBackID(VYRAPluginID plugin) {
+  if (VYRARegistryHolds(plugin)) VYRARegistryRecord(plugin).givesIDBack = true;
+  VYRARegistryDropClosed();
 }
 
 void VYRAUnloadPlugins() {
-  for (VYRAPluginID plugin = VYRA_HOST_PLUGIN + 1; plugin < VYRACountPlugins(); ++plugin) {
-    UnloadOnePlugin(plugin);
-  }
+  const StLoaderWork working;
+  const int count = VYRACountPlugins();
+  for (VYRAPluginID plugin = VYRA_HOST_PLUGIN + 1; plugin < count; ++plugin) UnloadOnePlugin(plugin);
+  // Stop callbacks may have had plugins loaded. These are unloaded too, and may have none loaded in turn, or
+  // two of them could go on for ever.
+  const StRefuseLoading refusing;
+  for (VYRAPluginID plugin = count; plugin < VYRACountPlugins(); ++plugin) UnloadOnePlugin(plugin);
   VYRASettleDeliveries(VYRA_HOST_PLUGIN);
+  if (!VYRALoaderIsNested()) VYRALoaderFreeWaitingIDs();
   VYRARegistryClear();
   gCurrentAircraftPluginIDS.clear();
+  VYRALoaderRunCleanupHooks(VYRA_NO_PLUGIN);  // of what destructors of modules registered
 }
 
 void VYRAUnloadAcfPlugin() {
-  for (std::size_t i = 0; i < gCurrentAircraftPluginIDS.size(); ++i) {
-    UnloadOnePlugin(gCurrentAircraftPluginIDS[i]);
+  const StLoaderWork working;
+  // Those of the moment: a stop callback may lead to another aircraft.
+  const std::vector<VYRAPluginID> leaving = gCurrentAircraftPluginIDS;
+  for (const VYRAPluginID plugin : leaving) UnloadOnePlugin(plugin);
+  for (const VYRAPluginID plugin : leaving) {
+    if (std::erase(gCurrentAircraftPluginIDS, plugin) > 0) VYRALoaderGiveBackID(plugin);
   }
-  // Inside a plugin's code the records keep their places: code of theirs may still be on the stack, and
-  // what it registers on its way out must not fall to a new plugin with the same ID.
-  while (!VYRALoaderIsNested() && !gCurrentAircraftPluginIDS.empty()) {
-    const VYRAPluginID last = VYRACountPlugins() - 1;
-    if (std::erase(gCurrentAircraftPluginIDS, last) == 0) break;
-    VYRALoaderDropLastRecord(last);
-  }
-  gCurrentAircraftPluginIDS.clear();
 }

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "VYRALoaderClosing.h"
 #include "VYRAPlugin.h"
 
 // The plugins of the user's aircraft, in the order of loading.
@@ -11,21 +12,25 @@ extern std::vector<VYRAPluginID> gCurrentAircraftPluginIDS;
 void VYRAEnableAllPlugins();
 void VYRADisableAllPlugins();
 
+// In the order of the list.
+void VYRAEnablePlugins(const std::vector<VYRAPluginID>& plugins);
+
 void VYRAEnableACFPlugins();
 void VYRADisableACFPlugins();
 
-// Stops a plugin, removes everything it registered and closes its module. Its record keeps its place.
+// Stops a plugin, removes everything it registered and closes its module. Its record keeps its place. As all
+// that takes plugins down, it goes on where it ended when an exception left it and it is called again.
 void UnloadOnePlugin(VYRAPluginID plugin);
 
-// Everything of an unload but the closing of the module, whose handle it returns (null when it was closed
+// Everything of an unload but the closing of the module, which it returns (without a handle when it was taken
 // before). A plugin that refused to start is not owed its stop callback.
-void* VYRALoaderRemovePlugin(VYRAPluginID plugin, bool owesStop);
+ClosingModule VYRALoaderRemovePlugin(VYRAPluginID plugin, bool owesStop);
 
-// Takes a closed record off the registry, if it is the last one, so that its ID is given out again.
-void VYRALoaderDropLastRecord(VYRAPluginID plugin);
+// Has a plugin's ID given out again, as soon as its record is closed and at the end of the registry.
+void VYRALoaderGiveBackID(VYRAPluginID plugin);
 
 // Unloads every plugin and empties the registry.
 void VYRAUnloadPlugins();
 
-// Unloads the aircraft's plugins, and drops their records where they lie at the end of the registry.
+// Unloads the aircraft's plugins, and gives their IDs back.
 void VYRAUnloadAcfPlugin();

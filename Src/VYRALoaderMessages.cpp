@@ -14,7 +14,7 @@ void SendToOne(VYRAPluginID sender, VYRAPluginID receiver, int message, void* pa
 }  // namespace
 
 void VYRASendMessageToPlugin(VYRAPluginID plugin, int message, void* param) {
-  const VYRAPluginID sender = gDispatchedPlugin;
+  const VYRAPluginID sender = VYRAGetMyID();
   if (plugin != VYRA_NO_PLUGIN) {
     SendToOne(sender, plugin, message, param);
     return;

@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
-#include "VYRALoaderHostCalls.h"
 #include "VYRALoaderIdentities.h"
 #include "VYRALoaderLifecycle.h"
+#include "VYRALoaderLifecycleHooks.h"
+#include "VYRALoaderState.h"
+#include "VYRALoaderSteps.h"
 #include "VYRAModuleLoader.h"
+#include "VYRAModuleLoaderFile.h"
 
 namespace {
 
@@ -28,10 +32,16 @@ struct Identity {
   }
 };
 
-template <class Function>
-Function FindCallback(void* module, const char* name) {
-  return reinterpret_cast<Function>(VYRAFindSymbol(module, name, 1));
-}
+enum class Outcome {
+  accepted,
+  notOpened,
+  metAgain,  // its file was opened before: the handle is that of a plugin that runs
+  hasNoStart,
+  refused,   // its start callback returned 0
+  taken,     // another plugin has its signature
+  thrown,    // its start callback or one of its constructors threw
+  overtaken  // there was a shutdown meanwhile
+};
 
 // The path behind its last "plugins" and the separator after it: what a plugin is called until it has
 // named itself.
@@ -42,44 +52,30 @@ std::string NameFromPath(const std::string& path) {
   return path.substr(std::min(path.size(), found + kFolder.size() + 1));
 }
 
-// A module's place in the registry while it starts. Unless it is kept, the place goes again, and with it
-// all that the module registered: when it refuses, when it is rejected and when its start throws.
-class StStartingPlugin {
- public:
-  explicit StStartingPlugin(PluginRecord record) : plugin(VYRACountPlugins()), module(record.moduleHandle) {
-    VYRASetDispatchedPlugin(plugin);
-    VYRAIdentitySet(plugin, record.name, "", record.path);
-    VYRARegistryAppend(std::move(record));
-  }
-  ~StStartingPlugin() {
-    VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
-    if (!settled) Reject(false);
-  }
-  StStartingPlugin(const StStartingPlugin&) = delete;
-  StStartingPlugin& operator=(const StStartingPlugin&) = delete;
+VYRAPluginID AppendRecord(const std::string& path) {
+  PluginRecord record;
+  record.stage = PluginStage::opening;
+  record.name = NameFromPath(path);
+  record.path = path;
+  record.description = path;
+  const VYRAPluginID plugin = VYRACountPlugins();
+  VYRAIdentitySet(plugin, record.name, "", path);
+  VYRARegistryAppend(std::move(record));
+  return plugin;
+}
 
-  VYRAPluginID ID() const { return plugin; }
-  // False when the start callback led to a shutdown.
-  bool IsStillThere() const {
-    return VYRARegistryIsLoaded(plugin) && VYRARegistryRecord(plugin).moduleHandle == module;
-  }
-  void Keep() { settled = true; }
-  void Reject(bool owesStop) {
-    settled = true;
-    if (!IsStillThere()) return;
-    VYRALoaderCloseRejectedModule(VYRALoaderRemovePlugin(plugin, owesStop), plugin);
-    VYRALoaderDropLastRecord(plugin);
-  }
+template <class Function>
+void FindCallback(void* module, const char* name, Function& callback) {
+  callback = reinterpret_cast<Function>(VYRAFindSymbol(module, name, 1));
+}
 
- private:
-  VYRAPluginID plugin;
-  void* module;
-  bool settled = false;
-};
-
-void* OpenModule(const std::string& path) {
-  const StModuleCall opening(VYRACountPlugins(), VYRA_CALL_OPENING, path.c_str());
-  return VYRALoadDLL(path.c_str());
+// The signature of the plugin whose module has this handle, be it on its way out; nothing when there is none.
+std::optional<std::string> SignatureOfInstance(const void* handle) {
+  const auto record = std::ranges::find(gAllPlugins, handle, &PluginRecord::moduleHandle);
+  if (record != gAllPlugins.end()) return record->signature;
+  const auto waiting = std::ranges::find(gWaitingModules, handle, &ClosingModule::handle);
+  if (waiting != gWaitingModules.end()) return waiting->signature;
+  return std::nullopt;
 }
 
 bool IsSignatureTaken(const std::string& signature) {
@@ -88,69 +84,224 @@ bool IsSignatureTaken(const std::string& signature) {
   return VYRAFindPluginBySignature(signature.c_str()) != VYRA_NO_PLUGIN;
 }
 
-int CallStart(VYRAPluginID plugin, Start_f start, Identity& identity) {
-  const StDispatchCallback dispatch(plugin, VYRA_CALL_START, StDispatchCallback::Ask::nothing);
-  return start(identity.name, identity.signature, identity.description);
+void LogUnreadable(const std::string& path, bool verbose) {
+  if (!verbose) return;
+  VYRALog("Failed: ", path,
+          ".  (This file is missing, not a DLL or could not be loaded due to another missing DLL.)\n\n");
 }
 
-// Starts a module whose record is filled so far as it can be without asking it; its ID, or -1.
-VYRAPluginID StartPlugin(PluginRecord unnamed, Start_f start) {
-  const std::string path = unnamed.path;
-  Identity identity;
-  StStartingPlugin starting(std::move(unnamed));
-  if (CallStart(starting.ID(), start, identity) == 0) {
-    VYRALog("Failed: ", path, ". (The plugin refused to start by returning 0 from VyPluginStart.)\n\n");
-    starting.Reject(false);
-    return VYRA_NO_PLUGIN;
-  }
-  if (!starting.IsStillThere()) return VYRA_NO_PLUGIN;
+void LogNotOpened(const std::string& path, const std::string& error, bool verbose) {
+  VYRALogLoadError(error);
+  LogUnreadable(path, verbose);
+}
 
-  VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
-  const std::string signature = Identity::Text(identity.signature);
-  VYRAIdentitySet(starting.ID(), Identity::Text(identity.name), signature, path);
-  if (IsSignatureTaken(signature)) {
-    VYRASetDispatchedPlugin(starting.ID());
-    starting.Reject(true);
-    VYRALog("Warning: ", path, " Signature: ", signature,
-            ". (A version of this plugin is already loaded.)\n");
-    return VYRA_NO_PLUGIN;
+void LogNoStart(const std::string& path) {
+  VYRALog("Failed: ", path,
+          ".  (This file is a loadable DLL but is missing the VyPluginStart callback.)\n\n");
+}
+
+void LogRefused(const std::string& path) {
+  VYRALog("Failed: ", path, ". (The plugin refused to start by returning 0 from VyPluginStart.)\n\n");
+}
+
+void LogTaken(const std::string& path, const std::string& signature) {
+  VYRALog("Warning: ", path, " Signature: ", signature, ". (A version of this plugin is already loaded.)\n");
+}
+
+// The files whose modules are being opened. A constructor may lead to the same file again, whose handle is
+// not known then.
+std::vector<VYRAFileIdentity> gOpening;
+
+class StOpening {
+ public:
+  explicit StOpening(const VYRAFileIdentity& file) { gOpening.push_back(file); }
+  ~StOpening() { gOpening.pop_back(); }
+  StOpening(const StOpening&) = delete;
+  StOpening& operator=(const StOpening&) = delete;
+};
+
+// A module on its way into the registry. Its record stands there before its first constructor runs, so that
+// whatever the module registers belongs to it, and goes with it when it is turned down.
+class Newcomer {
+ public:
+  explicit Newcomer(const std::string& modulePath) : path(modulePath), plugin(AppendRecord(modulePath)) {}
+
+  VYRAPluginID ID() const { return plugin; }
+  bool IsAccepted() const { return outcome == Outcome::accepted; }
+
+  void OpenAndStart(const VYRAFileIdentity& file, std::vector<VYRAPluginID>* list);
+
+  // Leaves no trace of a module that was not accepted, but in the log.
+  void TurnDown(bool verbose, VYRALoaderSteps& steps);
+
+ private:
+  // False after a shutdown in the midst of it.
+  bool IsHere() const { return VYRARegistryStays(plugin); }
+
+  void Open(const VYRAFileIdentity& file);
+  Start_f FindCallbacks();
+  void Start(Start_f start, std::vector<VYRAPluginID>* list);
+  void Accept(const Identity& identity, std::vector<VYRAPluginID>* list);
+
+  bool Remove(VYRALoaderSteps& steps);
+  void CloseAsItself(VYRALoaderSteps& steps);
+  void Close();
+
+  const std::string& path;
+  VYRAPluginID plugin;
+  Outcome outcome = Outcome::thrown;  // unless it comes to another
+  VYRALoadedDLL module;               // without its handle once the record has it
+  ClosingModule closing;
+  std::string signature;  // its own, or that of the plugin that runs
+};
+
+void Newcomer::Open(const VYRAFileIdentity& file) {
+  const StOpening opening(file);
+  const StActAs acting(plugin);
+  const StModuleCall call(plugin, VYRA_CALL_OPENING, path.c_str());
+  module = VYRALoadDLL(path.c_str());
+}
+
+// Fills the record so far as that can be done without asking the plugin.
+Start_f Newcomer::FindCallbacks() {
+  Start_f start = nullptr;
+  PluginRecord found;
+  FindCallback(module.handle, "VyPluginStart", start);
+  FindCallback(module.handle, "VyPluginStop", found.stop);
+  FindCallback(module.handle, "VyPluginEnable", found.enable);
+  FindCallback(module.handle, "VyPluginDisable", found.disable);
+  FindCallback(module.handle, "VyPluginReceiveMessage", found.receiveMessage);
+  if (start == nullptr || !IsHere()) return start;
+  PluginRecord& record = VYRARegistryRecord(plugin);
+  record.stage = PluginStage::starting;
+  record.moduleHandle = std::exchange(module.handle, nullptr);
+  record.stop = found.stop;
+  record.enable = found.enable;
+  record.disable = found.disable;
+  record.receiveMessage = found.receiveMessage;
+  return start;
+}
+
+void Newcomer::OpenAndStart(const VYRAFileIdentity& file, std::vector<VYRAPluginID>* list) {
+  Open(file);
+  if (module.handle == nullptr) {
+    outcome = Outcome::notOpened;
+    return;
   }
-  starting.Keep();
-  PluginRecord& record = VYRARegistryRecord(starting.ID());
+  if (const auto running = SignatureOfInstance(module.handle)) {
+    signature = *running;
+    outcome = Outcome::metAgain;
+    return;
+  }
+  const Start_f start = FindCallbacks();
+  if (!IsHere()) {
+    outcome = Outcome::overtaken;
+  } else if (start == nullptr) {
+    outcome = Outcome::hasNoStart;
+  } else {
+    Start(start, list);
+  }
+}
+
+void Newcomer::Start(Start_f start, std::vector<VYRAPluginID>* list) {
+  Identity identity;
+  {
+    const StDispatchCallback dispatch(plugin, VYRA_CALL_START, StDispatchCallback::Ask::nothing);
+    if (start(identity.name, identity.signature, identity.description) == 0) outcome = Outcome::refused;
+  }
+  if (outcome == Outcome::refused) return;
+  if (!IsHere()) {
+    outcome = Outcome::overtaken;
+    return;
+  }
+  VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
+  signature = Identity::Text(identity.signature);
+  VYRAIdentitySet(plugin, Identity::Text(identity.name), signature, path);
+  if (IsSignatureTaken(signature)) {
+    outcome = Outcome::taken;
+  } else {
+    Accept(identity, list);
+  }
+}
+
+void Newcomer::Accept(const Identity& identity, std::vector<VYRAPluginID>* list) {
+  PluginRecord& record = VYRARegistryRecord(plugin);
+  record.stage = PluginStage::loaded;
   record.name = Identity::Text(identity.name);
   record.signature = signature;
   record.description = Identity::Text(identity.description);
+  outcome = Outcome::accepted;
+  if (list != nullptr) list->push_back(plugin);
   VYRALog("Loaded: ", path, " (", signature, ").\n\n");
-  return starting.ID();
+}
+
+// Removes what the module registered. An exception that this leads to is one of a callback that has had its
+// turn, so the rest is tried again; false in the odd case that there is no end of them.
+bool Newcomer::Remove(VYRALoaderSteps& steps) {
+  constexpr int kMostExceptions = 1000;
+  const auto remove = [&] {
+    if (outcome == Outcome::overtaken) VYRALoaderRunCleanupHooks(plugin);  // its record is gone
+    closing = VYRALoaderRemovePlugin(plugin, outcome == Outcome::taken);
+  };
+  for (int exceptions = 0; exceptions < kMostExceptions; ++exceptions) {
+    if (steps.Take(remove)) return true;
+  }
+  return false;
+}
+
+// A plugin that started is there to the end: its destructors run under its ID.
+void Newcomer::CloseAsItself(VYRALoaderSteps& steps) {
+  VYRALoaderCloseRejectedModule(std::exchange(closing, {}), plugin);
+  steps.Take([&] { VYRALoaderRunCleanupHooks(plugin); });
+}
+
+void Newcomer::TurnDown(bool verbose, VYRALoaderSteps& steps) {
+  if (outcome == Outcome::hasNoStart) steps.Take([&] { LogNoStart(path); });
+  VYRASetDispatchedPlugin(plugin);
+  if (outcome == Outcome::refused) steps.Take([&] { LogRefused(path); });
+  const bool isRemoved = Remove(steps);
+  if (isRemoved && outcome == Outcome::taken) CloseAsItself(steps);
+  VYRALoaderGiveBackID(plugin);
+  VYRASetDispatchedPlugin(VYRA_HOST_PLUGIN);
+  if (isRemoved) Close();
+  if (outcome == Outcome::notOpened) steps.Take([&] { LogNotOpened(path, module.error, verbose); });
+  if (outcome == Outcome::taken || outcome == Outcome::metAgain) {
+    steps.Take([&] { LogTaken(path, signature); });
+  }
+}
+
+void Newcomer::Close() {
+  if (outcome == Outcome::metAgain) {
+    VYRAUnloadDLL(module.handle);  // counts down: the running plugin's own handle keeps the module open
+    return;
+  }
+  if (module.handle != nullptr) closing = {module.handle, plugin, {}, false};
+  VYRALoaderCloseRejectedModule(std::exchange(closing, {}), VYRA_NO_PLUGIN);
 }
 
 }  // namespace
 
-VYRAPluginID LoadOnePlugin(const std::string& path, int verbose) {
-  void* module = OpenModule(path);
-  if (module == nullptr) {
-    if (verbose != 0) {
-      VYRALog("Failed: ", path,
-              ".  (This file is missing, not a DLL or could not be loaded due to another missing DLL.)\n\n");
-    }
+VYRAPluginID LoadOnePlugin(const std::string& path, int verbose, std::vector<VYRAPluginID>* list) {
+  if (!VYRALoaderMayLoad()) return VYRA_NO_PLUGIN;
+  const StLoaderWork working;
+  const VYRAModuleFile file = VYRALookAtModuleFile(path.c_str());
+  if (!file.isReadable) {
+    LogUnreadable(path, verbose != 0);
+    return VYRA_NO_PLUGIN;
+  }
+  if (!file.danger.empty()) {
+    LogNotOpened(path, file.danger, verbose != 0);
+    return VYRA_NO_PLUGIN;
+  }
+  if (std::ranges::find(gOpening, file.identity) != gOpening.end()) {
+    LogTaken(path, "");
     return VYRA_NO_PLUGIN;
   }
 
-  const auto start = FindCallback<Start_f>(module, "VyPluginStart");
-  PluginRecord record;
-  record.moduleHandle = module;
-  record.stop = FindCallback<decltype(record.stop)>(module, "VyPluginStop");
-  record.enable = FindCallback<decltype(record.enable)>(module, "VyPluginEnable");
-  record.disable = FindCallback<decltype(record.disable)>(module, "VyPluginDisable");
-  record.receiveMessage = FindCallback<decltype(record.receiveMessage)>(module, "VyPluginReceiveMessage");
-  record.name = NameFromPath(path);
-  record.path = path;
-  record.description = path;
-  if (start == nullptr) {
-    VYRALog("Failed: ", path,
-            ".  (This file is a loadable DLL but is missing the VyPluginStart callback.)\n\n");
-    VYRALoaderCloseRejectedModule(module, VYRACountPlugins());
-    return VYRA_NO_PLUGIN;
-  }
-  return StartPlugin(std::move(record), start);
+  Newcomer newcomer(path);
+  VYRALoaderSteps steps;
+  steps.Take([&] { newcomer.OpenAndStart(file.identity, list); });
+  if (!newcomer.IsAccepted()) newcomer.TurnDown(verbose != 0, steps);
+  steps.End();
+  return newcomer.IsAccepted() ? newcomer.ID() : VYRA_NO_PLUGIN;
 }

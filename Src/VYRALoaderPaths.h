@@ -12,6 +12,10 @@
 // The size of the buffers in which plugins receive a path.
 inline constexpr std::size_t kPathBufferSize = 512;
 
+// The size of the buffers in which the library itself asks the host for a path: above what the services
+// promise to stay below.
+inline constexpr std::size_t kHostPathSize = 4096;
+
 inline std::string VYRAPathFromPlugin(std::string_view path) {
   return VYRANeedPathConvert() ? VYRAOldToUTF8(path) : std::string(path);
 }

@@ -18,7 +18,10 @@ VYRAPluginID FindByField(std::string PluginRecord::*field, std::string_view want
 
 }  // namespace
 
-VYRAPluginID VYRAGetMyID(void) { return gDispatchedPlugin; }
+// Nobody is dispatched while a module is closed: to its destructors that looks as if the host were.
+VYRAPluginID VYRAGetMyID(void) {
+  return gDispatchedPlugin != VYRA_NO_PLUGIN ? gDispatchedPlugin : VYRA_HOST_PLUGIN;
+}
 
 int VYRACountPlugins(void) { return static_cast<int>(gAllPlugins.size()); }
 
@@ -27,7 +30,7 @@ VYRAPluginID VYRAGetNthPlugin(int index) { return index; }
 int VYRAIsPluginEnabled(VYRAPluginID plugin) { return VYRARegistryIsEnabled(plugin) ? 1 : 0; }
 
 VYRAPluginID VYRAFindPluginByPath(const char* path) {
-  if (path == nullptr) return VYRA_NO_PLUGIN;
+  if (path == nullptr || *path == '\0') return VYRA_NO_PLUGIN;  // closed records have an empty one
   return FindByField(&PluginRecord::path, VYRAPathFromPlugin(path));
 }
 

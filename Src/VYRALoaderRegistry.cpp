@@ -54,9 +54,16 @@ PluginRecord& VYRARegistryAppend(PluginRecord record) {
   return gAllPlugins.back();
 }
 
-void VYRARegistryDropLast() {
-  VYRARegistrySetEnabled(LastPlugin(), false);
-  gAllPlugins.pop_back();
+void VYRARegistryDropClosed() {
+  while (!gAllPlugins.empty()) {
+    const PluginRecord& last = gAllPlugins.back();
+    if (last.stage != PluginStage::closed || !last.givesIDBack || last.holdsID) return;
+    gAllPlugins.pop_back();
+  }
+}
+
+void VYRARegistryHoldID(VYRAPluginID plugin, bool hold) {
+  if (VYRARegistryHolds(plugin)) VYRARegistryRecord(plugin).holdsID = hold;
 }
 
 void VYRARegistryClear() {

@@ -11,6 +11,15 @@
 
 enum { kFeatureWantsReflections = 0, kFeatureNativePaths = 1, kFeatureCount = 2 };
 
+// Where a plugin stands between the opening of its module and the closing. It only goes forward.
+enum class PluginStage {
+  opening,   // the constructors of its module run
+  starting,  // its start callback runs
+  loaded,    // it has started: it is enabled and disabled, as often as anybody likes
+  leaving,   // it was turned down, or is being unloaded: it is not enabled any more
+  closed     // its module is closed, or waits for that; nothing of it is called again
+};
+
 // One plugin. A record whose module was closed but which keeps its place in the registry has no module, no
 // callbacks, no signature and no path: nothing of it is called, found or taken for a duplicate again.
 //
@@ -28,10 +37,12 @@ struct PluginRecord {
   void (*receiveMessage)(VYRAPluginID fromPlugin, int message, void* param) = nullptr;
   VYRAError_f error = nullptr;
   int features[kFeatureCount] = {};
-  VYRADeliveryHead pending;   // queued for this plugin, work not finished
-  VYRADeliveryHead waiting;   // finished, waiting until the plugin is enabled
+  VYRADeliveryHead pending;  // queued for this plugin, work not finished
+  VYRADeliveryHead waiting;  // finished, waiting until the plugin is enabled
+  PluginStage stage = PluginStage::loaded;
   bool inTransition = false;  // its enable callback, or the hooks before its disabling, run now
-  bool stopped = false;       // its stop callback was called: it is on its way out for good
+  bool givesIDBack = false;   // once closed and the last, its record goes and its ID is given out again,
+  bool holdsID = false;       // though not yet: its code may be on the stack
 };
 
 // The registry: a plugin's ID is its index, and the host is 0. It grows and shrinks through the functions
@@ -53,8 +64,13 @@ void VYRARegistryWatch(bool calls, bool accessors);
 
 // Adds a plugin, which is not enabled yet, under the next ID.
 PluginRecord& VYRARegistryAppend(PluginRecord record);
-void VYRARegistryDropLast();
 void VYRARegistryClear();
+
+// Takes closed records off the end that give their IDs back.
+void VYRARegistryDropClosed();
+
+// Keeps the ID of a closed record from being given out again, for now.
+void VYRARegistryHoldID(VYRAPluginID plugin, bool hold);
 
 void VYRARegistrySetEnabled(VYRAPluginID plugin, bool enabled);
 
@@ -70,7 +86,12 @@ inline bool VYRARegistryIsEnabled(VYRAPluginID plugin) {
   return VYRARegistryHolds(plugin) && gCallable[plugin] != 0;
 }
 
-// Whether this is a plugin (not the host) with an open module.
-inline bool VYRARegistryIsLoaded(VYRAPluginID plugin) {
-  return plugin > 0 && VYRARegistryHolds(plugin) && VYRARegistryRecord(plugin).moduleHandle != nullptr;
+// Whether this is a plugin (not the host) whose module is open, or is being opened.
+inline bool VYRARegistryIsOpen(VYRAPluginID plugin) {
+  return plugin > 0 && VYRARegistryHolds(plugin) && VYRARegistryRecord(plugin).stage != PluginStage::closed;
+}
+
+// Whether this is a plugin (not the host) that is here to stay, or will be once it has started.
+inline bool VYRARegistryStays(VYRAPluginID plugin) {
+  return plugin > 0 && VYRARegistryHolds(plugin) && VYRARegistryRecord(plugin).stage < PluginStage::leaving;
 }

@@ -28,7 +28,7 @@ void VYRASendError(const char* message) {
 
 void VYRASetErrorCallback(VYRAError_f callback) {
   // A plugin whose module is about to close must not leave a pointer into it behind.
-  if (gDispatchedPlugin != VYRA_HOST_PLUGIN && !VYRARegistryIsLoaded(gDispatchedPlugin)) return;
+  if (gDispatchedPlugin != VYRA_HOST_PLUGIN && !VYRARegistryIsOpen(gDispatchedPlugin)) return;
   if (VYRARegistryHolds(gDispatchedPlugin)) VYRARegistryRecord(gDispatchedPlugin).error = callback;
 }
 

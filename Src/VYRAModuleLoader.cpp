@@ -2,10 +2,8 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
-#include <fcntl.h>
 #include <link.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -20,16 +18,9 @@
 
 namespace {
 
-void LogSystemError() {
+std::string SystemError() {
   const char* error = dlerror();
-  VYRA_dprintf("dlerror:%s\n", error != nullptr ? error : "");
-}
-
-bool CanBeOpened(const char* path) {
-  const int file = open(path, O_RDONLY | O_CLOEXEC);
-  if (file < 0) return false;
-  close(file);
-  return true;
+  return error != nullptr ? error : "";
 }
 
 bool suffix_matches(std::string_view name, std::string_view pattern) {
@@ -56,19 +47,18 @@ bool IsFolder(const std::string& folder, const char* name) {
 
 }  // namespace
 
-void* VYRALoadDLL(const char* path) {
-  // A name without a slash would be searched for in the system's folders.
-  if (std::strchr(path, '/') == nullptr && !CanBeOpened(path)) return nullptr;
-  void* handle = dlopen(path, RTLD_NOW);
-  // A file that is not there is no fault. Asked afterwards, as nearly every file is.
-  if (handle == nullptr && CanBeOpened(path)) LogSystemError();
-  return handle;
+VYRALoadedDLL VYRALoadDLL(const char* path) {
+  void* const handle = dlopen(path, RTLD_NOW);
+  if (handle == nullptr) return {nullptr, SystemError()};
+  return {handle, {}};
 }
+
+void VYRALogLoadError(const std::string& error) { VYRA_dprintf("dlerror:%s\n", error.c_str()); }
 
 void* VYRAFindSymbol(void* handle, const char* name, int report) {
   if (handle == nullptr) return nullptr;
   void* symbol = dlsym(handle, name);
-  if (symbol == nullptr && report != 0) LogSystemError();
+  if (symbol == nullptr && report != 0) VYRALogLoadError(SystemError());
   return symbol;
 }
 

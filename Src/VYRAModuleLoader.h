@@ -7,9 +7,16 @@
 #include <string>
 #include <vector>
 
-// Opens a module with all its symbols bound, or returns null: silently when the file cannot be read, with
-// a "dlerror:" line in the log when it is no loadable library.
-void* VYRALoadDLL(const char* path);
+struct VYRALoadedDLL {
+  void* handle = nullptr;
+  std::string error;  // in the system's words; empty when there is a handle
+};
+
+// Opens a module with all its symbols bound. Its file must have been looked at: VYRAModuleLoaderFile.h.
+VYRALoadedDLL VYRALoadDLL(const char* path);
+
+// Writes why a module or a symbol is not there to the log: "dlerror:" and the text.
+void VYRALogLoadError(const std::string& error);
 
 // A symbol's address, or null; with `report`, a missing symbol writes a "dlerror:" line to the log. Not
 // to be confused with the one-argument function of the interface, which asks the host.

@@ -11,7 +11,9 @@
  *
  * An event may be called from inside a service, while a plugin's code is running: plugins may be loaded
  * and unloaded that way, but the modules of unloaded ones stay in memory until the outermost call into
- * the library returns, and a reload waits for a pass that is not nested.
+ * the library returns, and a reload waits for a pass that is not nested. As long as there is an exception (on
+ * its way, or in the hands of a catch block) modules stay in memory as well, as it may be of a type that
+ * lives in one: they are closed by the first call after it.
  */
 #ifndef VYRA_HOST_H
 #define VYRA_HOST_H
@@ -261,15 +263,17 @@ VYRA_LAYOUT_ASSERT(Slot70At560, offsetof(struct VYRAHostServices, HostReceiveMes
  * systemPath + "Resources/plugins" and enables them.
  *
  * systemPath: the simulator's root folder, ending in "/". services: see above. self: kept, never used.
- * Result: 18, the revision of this interface. A second call without VYRAShutdownPlugins in between, and a
- * null systemPath or services, change nothing.
+ * Result: 18, the revision of this interface, always. Nothing changes when systemPath or services is null,
+ * when there was no VYRAShutdownPlugins since the last start, and when something of the life before is not
+ * over yet: in the middle of a start, a load, a reload or a shutdown, and as long as a module of it is still
+ * open.
  */
 VYRA_API int VYRAInitializePlugins(const char* systemPath, struct VYRAHostServices* services, void* self);
 
 /**
  * Disables all plugins, then stops and unloads them all. The library may be started again afterwards. When a
  * plugin's exception leaves it, call it again until none does: it goes on where it ended, and stops no plugin
- * twice.
+ * twice. So do VYRA_EVENT_PLANE_UNLOADED and, for a reload, the next pass.
  */
 VYRA_API void VYRAShutdownPlugins(void);
 
@@ -305,14 +309,14 @@ enum {
  *
  * event: one of the above; any other does nothing. param: as the event says, else ignored. param2: ignored.
  * elapsed: simulation time in seconds, for the two flight-loop events. elapsed2: ignored.
- * Result: 1 always. Before VYRAInitializePlugins nothing happens.
+ * Result: 1 always. While the library is not started, nothing is loaded; everything else is as ever.
  */
 VYRA_API int VYRAEventHook(int event, void* param, void* param2, float elapsed, float elapsed2);
 
 /* ---- Hooks: input, and questions of the host -----------------------------------------------------------
  *
  * Called on the main thread, as they come up. Before VYRAInitializePlugins and after VYRAShutdownPlugins
- * they answer as if no plugin had registered anything.
+ * only what the host itself has registered answers.
  *
  * One order matters. Between VYRADoDrawingHook(20, ...), which walks the windows from the back, and the next
  * walk from the front, a plugin that creates a window hides all others but the back-most one. So call

@@ -91,7 +91,7 @@ VYRA_API VYRAPluginID VYRAGetNthPlugin(int index);
 /**
  * The first plugin whose module was loaded from exactly this path (compared byte by byte), or -1.
  *
- * path: a terminated path; null finds nothing. For a caller without the feature "VYRA_USE_NATIVE_PATHS"
+ * path: a terminated path; null and "" find nothing. For a caller without the feature "VYRA_USE_NATIVE_PATHS"
  * the path is taken to be in the host's older encoding, which on this platform is UTF-8 as well. The
  * host's own record answers to "brelund.skyvora.skyvora".
  */
@@ -123,8 +123,10 @@ VYRA_API int VYRAIsPluginEnabled(VYRAPluginID plugin);
  * what waits.
  *
  * plugin: any ID but the host's: 0 and unknown IDs do nothing.
- * Result: 1 when the plugin is enabled afterwards, else 0: it refused, its enable call is still running,
- * or its module is closed. Nothing is logged.
+ * Result: 1 when the plugin is enabled afterwards. 0 in every other case: the plugin is the host or unknown;
+ * it refused; it disabled itself in what it was handed; its module is still being opened; its enable call is
+ * still running; it is on its way out (turned down after its start, being stopped, or stopped); its module is
+ * closed. Nothing is logged.
  */
 VYRA_API int VYRAEnablePlugin(VYRAPluginID plugin);
 

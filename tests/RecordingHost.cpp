@@ -16,7 +16,7 @@ namespace {
 #define COUNT_SERVICE(service) +1
 static_assert(FOR_EACH_SERVICE(COUNT_SERVICE) == 70);
 
-template <typename Argument>
+template <class Argument>
 void AppendArgument(std::ostringstream& line, Argument argument, const char*& separator, bool barred) {
   if constexpr (std::is_pointer_v<Argument> && !std::is_same_v<Argument, const char*> &&
                 !std::is_same_v<Argument, void*>) {
@@ -25,7 +25,7 @@ void AppendArgument(std::ostringstream& line, Argument argument, const char*& se
     line << separator;
     separator = barred ? "|" : ",";
     if constexpr (std::is_same_v<Argument, const char*>) {
-      line << (argument ? argument : "null");
+      line << (argument != nullptr ? argument : "null");
     } else if constexpr (std::is_same_v<Argument, void*>) {
       line << reinterpret_cast<std::uintptr_t>(argument);
     } else {
@@ -34,7 +34,12 @@ void AppendArgument(std::ostringstream& line, Argument argument, const char*& se
   }
 }
 
-template <typename... Arguments>
+void TellOfCall(const std::string& call) {
+  // A copy, as the receiver may put another function in its place.
+  if (const auto receive = gHost.onCall) receive(call);
+}
+
+template <class... Arguments>
 void NoteCall(const char* service, Arguments... arguments) {
   [[maybe_unused]] constexpr bool barred = (std::is_same_v<Arguments, const char*> || ...);
   std::ostringstream line;
@@ -43,9 +48,10 @@ void NoteCall(const char* service, Arguments... arguments) {
   (AppendArgument(line, arguments, separator, barred), ...);
   line << ')';
   gHost.calls.push_back(line.str());
+  TellOfCall(line.str());
 }
 
-template <auto Slot, typename Result, typename... Arguments>
+template <auto Slot, class Result, class... Arguments>
 void FillSlot(Result (*&slot)(Arguments...), const char* name) {
   static const char* const service = name;
   slot = [](Arguments... arguments) -> Result {
@@ -69,7 +75,10 @@ RecordingHost::RecordingHost() {
 
   services.serviceTableRevision = 4;
   services.hostVersion = 568;
-  services.DebugString = [](const char* text) { gHost.log += text; };
+  services.DebugString = [](const char* text) {
+    gHost.log += text;
+    if (gHost.onCall) TellOfCall(std::string("DebugString(") + text + ")");
+  };
   services.GetSystemPath = [](char* outPath) {
     NoteCall("GetSystemPath");
     std::strcpy(outPath, gHost.systemPath.c_str());

@@ -21,7 +21,10 @@ int Note(const std::string& word) {
 
 class Hooks : public ModuleTest {
  protected:
-  Hooks() { AddFolders(main, {"a"}); }
+  Hooks() {
+    gNoted.clear();
+    AddFolders(main, {"a"});
+  }
 
   float position[7] = {};
   int AskCamera() {
@@ -35,14 +38,20 @@ class Hooks : public ModuleTest {
 TEST_F(Hooks, AnswerAsIfNobodyWereThereBeforeTheStartAndAfterTheShutdown) {
   On("a.start", [](Moment&) { VYRARegisterDrawCallback([](int, int, void*) { return 0; }, 5, 1, nullptr); });
   const auto ask = [this] {
-    const int draws = VYRADoDrawingHook(2, 0) + VYRADoDrawingHook(20, 0);
-    const int input =
-        VYRAMouseClickHook(1, 1, 1) + VYRAKeyPressHook('a', 0, 'A') + VYRAScrollWheelHook(1, 1, 0, 1);
-    const int menus = VYRAMenuHook(3) + VYRACheckMenuHook(1, 0, &state) + VYRAMenuItemEnabled(1, 0);
-    const int others = AskCamera() + VYRACommandHook(&command, 1, 0, 1);
-    return Answers{VYRACursorHook(1, 1), VYRAGetNumberPlanesToHandle(20, 0), draws, input, menus, others};
+    return Answers{VYRADoDrawingHook(2, 0),
+                   VYRADoDrawingHook(20, 0),
+                   VYRAMouseClickHook(1, 1, 1),
+                   VYRAKeyPressHook('a', 0, 'A'),
+                   VYRAScrollWheelHook(1, 1, 0, 1),
+                   VYRACursorHook(1, 1),
+                   AskCamera(),
+                   VYRAMenuHook(3),
+                   VYRACheckMenuHook(1, 0, &state),
+                   VYRAMenuItemEnabled(1, 0),
+                   VYRACommandHook(&command, 1, 0, 1),
+                   VYRAGetNumberPlanesToHandle(20, 0)};
   };
-  const Answers nobody = {0, 20, 2, 3, 3, 2};
+  const Answers nobody = {1, 1, 1, 1, 1, 0, 1, 1, 1, 1, 1, 20};
   EXPECT_EQ(ask(), nobody);
   Start();
   EXPECT_EQ(VYRADoDrawingHook(2, 0), 0);

@@ -28,14 +28,14 @@ void RunScript(Moment& moment) {
 
 std::string MakeRoot() {
   std::string pattern = (fs::temp_directory_path() / "vyra-tests-XXXXXX").string();
-  if (!mkdtemp(pattern.data())) throw std::runtime_error("No temporary folder: " + pattern);
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("No temporary folder: " + pattern);
   return pattern + "/";
 }
 
 }  // namespace
 
 ModuleTest::ModuleTest() : root(MakeRoot()) {
-  gScripts = &scripts_;
+  gScripts = &scripts;
   gHost = RecordingHost();
   gHost.systemPath = root;
   gHost.planePath = root + "Aircraft/wing.acf";
@@ -44,7 +44,8 @@ ModuleTest::ModuleTest() : root(MakeRoot()) {
 }
 
 ModuleTest::~ModuleTest() {
-  scripts_.clear();
+  scripts.clear();
+  gHost.onCall = nullptr;
   VYRAShutdownPlugins();
   gHost.onMessage = nullptr;
   fs::remove_all(root);
@@ -52,7 +53,7 @@ ModuleTest::~ModuleTest() {
 
 std::string ModuleTest::Add(const std::string& path, const char* module) {
   fs::create_directories(fs::path(path).parent_path());
-  if (module) {
+  if (module != nullptr) {
     fs::copy_file(module, path);
   } else {
     std::ofstream(path) << "This is no library.\n";
@@ -68,11 +69,11 @@ void ModuleTest::AskHost(const std::function<void()>& what) {
   VYRASendMessageToPlugin(VYRA_HOST_PLUGIN, kAskHostMessage, const_cast<std::function<void()>*>(&what));
 }
 
-std::string ModuleTest::Trace() { return std::exchange(trace_, ""); }
+std::string ModuleTest::Trace() { return std::exchange(callTrace, ""); }
 
 int ModuleTest::Start() {
   const int result = StartTraced();
-  trace_.clear();
+  callTrace.clear();
   return result;
 }
 
@@ -88,7 +89,7 @@ std::string ModuleTest::InfoOf(VYRAPluginID plugin) {
 
 bool ModuleTest::IsMapped(const std::string& path) {
   void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-  if (handle) dlclose(handle);
+  if (handle != nullptr) dlclose(handle);
   return handle != nullptr;
 }
 
@@ -102,13 +103,13 @@ void ModuleTest::ReceiveMessage(int message, void* param) {
   if (message == kAskHostMessage) (*static_cast<std::function<void()>*>(param))();
   if (message != kMomentMessage) return;
   Moment& moment = *static_cast<Moment*>(param);
-  if (!trace_.empty()) trace_ += ' ';
-  trace_ += NameOf(moment);
+  if (!callTrace.empty()) callTrace += ' ';
+  callTrace += NameOf(moment);
   if (std::strcmp(moment.call, "message") == 0) {
-    trace_ += "(" + std::to_string(moment.from) + "," + std::to_string(moment.message) + "," +
-              std::to_string(reinterpret_cast<std::intptr_t>(moment.param)) + ")";
+    callTrace += "(" + std::to_string(moment.from) + "," + std::to_string(moment.message) + "," +
+                 std::to_string(reinterpret_cast<std::intptr_t>(moment.param)) + ")";
   }
-  if (scripts_.count(NameOf(moment))) moment.act = RunScript;
+  if (scripts.contains(NameOf(moment))) moment.act = RunScript;
 }
 
 void RegisterAll(Moment& moment) {

@@ -1,8 +1,7 @@
 // A scripted plugin has no behaviour of its own: at each call that it gets it sends the host a Moment, and
 // the test answers with what the plugin is to do. The answer runs inside the plugin's call, so with the
 // plugin as the calling plugin; what it registers are functions of the plugin's own module.
-#ifndef VYRA_TESTS_MOMENT_H
-#define VYRA_TESTS_MOMENT_H
+#pragma once
 
 #include "VYRADataAccess.h"
 #include "VYRAPlugin.h"
@@ -10,8 +9,10 @@
 
 struct Moment {
   const char* plugin = nullptr;  // the name of its folder, or of its loose file without the ending
-  const char* call = nullptr;  // "start", "enable", "disable", "stop", "message", "loop", "read" or "changed"
-  int result = 0;              // what the plugin will return
+  // "start", "enable", "disable", "stop", "message", "loop", "read" or "changed"; of a plugin with a global
+  // object also "construct" and "destroy".
+  const char* call = nullptr;
+  int result = 0;                         // what the plugin will return
   void (*act)(Moment& moment) = nullptr;  // set by the test, run by the plugin
 
   // For registering with the library; they report "loop", "read" and "changed".
@@ -31,5 +32,3 @@ struct Moment {
 };
 
 enum { kMomentMessage = 9001 };  // to the host, with a Moment as parameter
-
-#endif

@@ -76,6 +76,22 @@ TEST_F(Deliveries, PluginThatLeavesDropsWhatWaitsAtOnceAndWhatIsPendingWhenItFin
   EXPECT_EQ(trace, (Lines{"w gone", "p gone", "q gone"}));
 }
 
+TEST_F(Deliveries, WorkBegunByAPluginThatLeavesIsNotDeliveredToTheNextOwnerOfItsId) {
+  const VYRAPluginID plugin = AddPlugin("a");
+  static std::vector<Delivery*> late;
+  late.clear();
+  Record(plugin).stop = [] {
+    late.push_back(Queue(VYRAGetMyID(), 'x'));
+    VYRAUnloadPlugins();
+    late.push_back(Queue(VYRAGetMyID(), 'y'));
+  };
+  UnloadOnePlugin(plugin);
+  AddPlugin("the host's place");
+  ASSERT_EQ(AddPlugin("next"), plugin);
+  for (Delivery* delivery : late) VYRASendDelivery(delivery);
+  EXPECT_EQ(trace, (Lines{"x gone", "y gone"}));
+}
+
 TEST_F(Deliveries, ListsSurviveTheGrowthOfTheRegistry) {
   constexpr int kPlugins = 70;
   std::vector<Delivery*> queued;

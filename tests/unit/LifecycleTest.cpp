@@ -6,6 +6,7 @@
 #include "VYRADataAccess.h"
 #include "VYRAProcessing.h"
 #include "VYRAProcessingInternal.h"
+#include "VYRAScenery.h"
 
 namespace {
 
@@ -125,6 +126,26 @@ TEST_F(Lifecycle, StopThatEnablesItselfAndRegistersThingsLeavesNothingBehind) {
   EXPECT_EQ(trace, Lines{"stop"});
   EXPECT_EQ(VYRAIsPluginEnabled(plugin), 0);
   ExpectNothingIsCalled();
+}
+
+TEST_F(Lifecycle, CleanUpThatThrowsGoesOnWhenTheUnloadIsCalledAgain) {
+  const VYRAPluginID plugin = AddPlugin("a");
+  Record(plugin).stop = [] { trace.emplace_back("stop"); };
+  RunAs(plugin, [] {
+    RegisterThings();
+    for (int i = 0; i < 3; ++i) VYRALoadObject("object");
+  });
+  gHost.services.UnloadObject = [](VYRAObjectRef) { throw 1; };
+  gHost.Answer("LoadObject", 7);
+  for (int calls = 0; VYRARegistryIsOpen(plugin) && calls < 10; ++calls) {
+    try {
+      UnloadOnePlugin(plugin);
+    } catch (int) {
+    }
+  }
+  EXPECT_EQ(trace, Lines{"stop"});
+  ExpectNothingIsCalled();
+  EXPECT_FALSE(VYRARegistryIsOpen(plugin));
 }
 
 TEST_F(Lifecycle, UnloadingAllForgetsWhichPluginsWereTheAircrafts) {

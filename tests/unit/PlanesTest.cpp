@@ -102,7 +102,7 @@ TEST_F(Planes, WaitEndsSilentlyForWhoeverIsDisabledOrGone) {
 TEST_F(Planes, PluginUnloadedByAnEarlierWaiterIsNotCalledUnderItsIdOfOld) {
   b.action = [] {
     UnloadOnePlugin(3);
-    VYRALoaderDropLastRecord(3);
+    VYRALoaderGiveBackID(3);
     EXPECT_EQ(AddPlugin("next of that ID"), 3);
   };
   AcquireAll();

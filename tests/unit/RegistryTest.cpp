@@ -40,7 +40,10 @@ TEST_F(Registry, EachOfManyPluginsIsEnabledByItselfAndNoneIsOnceItsPlaceIsGone) 
   for (int i = 1; i <= kPlugins; ++i) VYRARegistrySetEnabled(AddPlugin(std::to_string(i)), i % 3 == 0);
   for (int i = 1; i <= kPlugins; ++i) EXPECT_EQ(VYRAIsPluginEnabled(i), i % 3 == 0) << i;
   VYRARegistrySetEnabled(kPlugins, true);
-  VYRARegistryDropLast();
+  Record(kPlugins).stage = PluginStage::closed;
+  Record(kPlugins).givesIDBack = true;
+  VYRARegistryDropClosed();
+  EXPECT_EQ(VYRACountPlugins(), kPlugins);
   EXPECT_EQ(VYRAIsPluginEnabled(kPlugins), 0);
   EXPECT_FALSE(StDispatchCallback(kPlugins, VYRA_CALL_MESSAGE)());
   VYRARegistryAppend({});
@@ -57,6 +60,7 @@ TEST_F(Registry, HostIsFoundByItsPathAndByAnEmptySignature) {
   EXPECT_EQ(VYRAFindPluginBySignature("org.example.A"), -1);
   EXPECT_EQ(VYRAFindPluginByPath("/somewhere/a.vyp"), plugin);
   EXPECT_EQ(VYRAFindPluginByPath(nullptr), -1);
+  EXPECT_EQ(VYRAFindPluginByPath(""), -1) << "though a closed record has no other";
   EXPECT_EQ(VYRAGetNthPlugin(99), 99);
   EXPECT_EQ(VYRACountPlugins(), 2);
 }
@@ -95,6 +99,16 @@ TEST_F(Registry, MisuseReachesTheCallersErrorCallbackAlone) {
   EXPECT_FALSE(RunAs(silent, [] { return VYRAHasError(); }));
   for (const VYRAPluginID id : {-1, 0, plugin, silent, 7}) RunAs(id, [] { VYRASendError("bad"); });
   EXPECT_EQ(errors, Lines{"1: bad"});
+}
+
+TEST_F(Registry, PluginsMayBeLoadedWhileAWarningIsWritten) {
+  const VYRAPluginID plugin = AddPlugin(std::string(50, 'a'));
+  gHost.onCall = [](const std::string&) {
+    for (int i = 0; i < 40; ++i) AddPlugin("more");
+  };
+  RunAs(plugin, [] { VYRALogPluginWarning("careful"); });
+  gHost.onCall = nullptr;
+  EXPECT_EQ(gHost.log, "[The " + std::string(50, 'a') + "]: careful\n");
 }
 
 TEST_F(Registry, WarningsNameThePluginAndLongLinesAreCut) {

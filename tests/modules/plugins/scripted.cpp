@@ -29,7 +29,7 @@ int Report(const char* call, int result, Moment moment = {}) {
   moment.changed = Changed;
   moment.fail = Fail;
   VYRASendMessageToPlugin(VYRA_HOST_PLUGIN, kMomentMessage, &moment);
-  if (moment.act) moment.act(moment);
+  if (moment.act != nullptr) moment.act(moment);
   return moment.result;
 }
 
@@ -37,13 +37,28 @@ float FlightLoop(float, float, int, void*) { return static_cast<float>(Report("l
 int ReadInt(void*) { return Report("read", 7); }
 void Changed(void*) { Report("changed", 0); }
 
+// Until a plugin has named itself, the library calls it after its place below the plugins folder.
+void TakeNameFromPlace() {
+  char place[VYRA_PLUGIN_INFO_SIZE] = "";
+  VYRAGetPluginInfo(VYRAGetMyID(), place, nullptr, nullptr, nullptr);
+  std::snprintf(gName, sizeof(gName), "%.*s", static_cast<int>(std::strcspn(place, "/.")), place);
+}
+
+#ifdef WITH_GLOBAL_OBJECT
+class GlobalObject {
+ public:
+  GlobalObject() {
+    TakeNameFromPlace();
+    Report("construct", 0);
+  }
+  ~GlobalObject() { Report("destroy", 0); }
+} gGlobalObject;
+#endif
+
 }  // namespace
 
 VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* outDescription) {
-  // Until a plugin has named itself, the library calls it after its place below the plugins folder.
-  char place[VYRA_PLUGIN_INFO_SIZE] = "";
-  VYRAGetPluginInfo(VYRAGetMyID(), place, nullptr, nullptr, nullptr);
-  std::snprintf(gName, sizeof gName, "%.*s", static_cast<int>(std::strcspn(place, "/.")), place);
+  TakeNameFromPlace();
   std::snprintf(outName, VYRA_PLUGIN_INFO_SIZE, "%s", gName);
   std::snprintf(outSignature, VYRA_PLUGIN_INFO_SIZE, "test.%s", gName);
   std::snprintf(outDescription, VYRA_PLUGIN_INFO_SIZE, "Plugin %s of a test", gName);
