@@ -33,8 +33,8 @@ Log::Log(const std::string& fileName) {
   if (fileName.empty()) return;
   logFile.reset(std::fopen(fileName.c_str(), "w"));
   if (!logFile) throw InputError("cannot open the log " + fileName + ": " + std::strerror(errno));
-  // A plugin that crashes the simulator leaves the lines before it in the file.
-  std::setvbuf(logFile.get(), nullptr, _IOLBF, BUFSIZ);
+  // A plugin that ends the flight leaves all in the file that was written before, and be it half a line.
+  std::setvbuf(logFile.get(), nullptr, _IONBF, 0);
 }
 
 void Log::Write(std::string_view text) {

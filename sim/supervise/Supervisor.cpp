@@ -147,9 +147,10 @@ void Supervisor::TakeEndRequest(const signalfd_siginfo& info) {
   if (info.ssi_code <= 0) kill(flyer, static_cast<int>(info.ssi_signo));
   if (!firstEndRequest) {
     firstEndRequest = now;
+    if (!watchesStalls) stallWatch.SetLimit(Seconds::max());
+    watchesStalls = true;
   } else if (now - *firstEndRequest > kPatience) {
     stallWatch.SetLimit(kPatience);
-    watchesStalls = true;
   }
 }
 

@@ -96,8 +96,11 @@ constexpr Fault kFaults[] = {
 void Visit(const char* place) {
   const char* const chosen = std::getenv("VYRA_TEST_FAULT");
   if (chosen == nullptr) return;
-  for (const Fault& fault : kFaults)
-    if (std::string(fault.name) + "@" + place == chosen) fault.happen();
+  for (const Fault& fault : kFaults) {
+    if (std::string(fault.name) + "@" + place != chosen) continue;
+    VYRADebugString("half a line");
+    fault.happen();
+  }
 }
 
 // ---- Places -------------------------------------------------------------------------------------------
