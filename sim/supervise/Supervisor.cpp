@@ -94,8 +94,8 @@ class Supervisor {
   std::optional<FlightEnd> LookForFault();
   std::optional<FlightEnd> LookForDeath();
   std::optional<FlightEnd> LookForStall();
-  FlightEnd EndOfDead(int status);
-  bool AskMainThread(Question question);
+  FlightEnd EndOfDead(int status) const;
+  bool AskMainThread(Question question) const;
   bool IsStopped() const;
   bool IsGoneWithin(Seconds time) const;
   std::optional<CallFacts> AccessorInEverySample(const Stall& stall);
@@ -214,7 +214,7 @@ std::optional<FlightEnd> Supervisor::LookForDeath() {
 }
 
 // The process is gone, with or without facts of its end.
-FlightEnd Supervisor::EndOfDead(int status) {
+FlightEnd Supervisor::EndOfDead(int status) const {
   const ThreadFacts& facts = gBoard->fault;
   const bool hasFacts = facts.incident == Incident::Signal && facts.stage >= Stage::Calls;
   if (hasFacts) {
@@ -235,7 +235,7 @@ FlightEnd Supervisor::EndOfDead(int status) {
 
 // ---- Stalls -------------------------------------------------------------------------------------------
 
-bool Supervisor::AskMainThread(Question question) {
+bool Supervisor::AskMainThread(Question question) const {
   constexpr int kMostWaits = 500;
   siginfo_t info = {};
   info.si_signo = QuestionSignal();
@@ -338,7 +338,7 @@ FlightEnd Supervise(const SupervisorOptions& options, const std::function<int(in
   }
   close(ends[1]);
   fcntl(ends[0], F_SETFL, O_NONBLOCK);
-  const FlightEnd end = Supervisor(options, flyer, ends[0], signals, takeLine).WaitForEnd();
+  FlightEnd end = Supervisor(options, flyer, ends[0], signals, takeLine).WaitForEnd();
   close(ends[0]);
   close(signals);
   sigprocmask(SIG_SETMASK, &unblocked, nullptr);

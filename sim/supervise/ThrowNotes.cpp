@@ -9,10 +9,10 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <memory>
 #include <thread>
+#include <type_traits>
 #include <typeinfo>
 
 #include "host/FlightBoard.h"
@@ -44,13 +44,11 @@ std::string DescribeException() {
   }
 }
 
-// The address of the object that is being handled.
+// The object that is being handled: what an exception_ptr points to, and all that it consists of.
 const void* CurrentException() {
   const std::exception_ptr exception = std::current_exception();
-  const void* object = nullptr;
-  static_assert(sizeof(exception) == sizeof(object));
-  std::memcpy(&object, &exception, sizeof(object));
-  return object;
+  static_assert(sizeof(exception) == sizeof(void*) && std::is_standard_layout_v<std::exception_ptr>);
+  return *reinterpret_cast<void* const*>(&exception);
 }
 
 using Throw_f = void (*)(void*, void*, void (*)(void*));
@@ -81,13 +79,15 @@ std::optional<Culprit> CulpritOfException() {
 
 }  // namespace sim
 
-// NOLINTBEGIN(readability-identifier-naming): the name is the C++ ABI's
-extern "C" [[noreturn, gnu::visibility("default")]] void __cxa_throw(void* exception, void* type,
-                                                                     void (*destructor)(void*)) {
+// Declared by its name in the object file: compilers know __cxa_throw by declarations of their own, of
+// several types.
+[[noreturn, gnu::visibility("default")]] void ThrowWithNote(void* exception, void* type,
+                                                            void (*destructor)(void*)) __asm__("__cxa_throw");
+
+void ThrowWithNote(void* exception, void* type, void (*destructor)(void*)) {
   if (std::this_thread::get_id() == sim::gMainThread) {
     sim::gLastThrown = exception;
     sim::NoteThrow();
   }
   sim::ThrowOn(exception, type, destructor);
 }
-// NOLINTEND(readability-identifier-naming)

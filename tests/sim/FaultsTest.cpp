@@ -169,6 +169,7 @@ TEST(WithoutSupervisor, ExitNamesThePlugin) {
 }
 
 TEST(WithoutSupervisor, CrashIsLeftToTheDebugger) {
+  setenv("ASAN_OPTIONS", "handle_segv=0", 1);
   EXPECT_EQ(FlyFaulty(SimulatorFolder(), "null@loop", {"--no-supervisor"}).exitCode, 128 + SIGSEGV);
 }
 
