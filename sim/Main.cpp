@@ -2,11 +2,15 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
+#include "BisectArguments.h"
 #include "CostArguments.h"
 #include "Run.h"
+#include "bisect/Bisect.h"
+#include "bisect/ChildFlight.h"
 #include "flight/VocabularyPages.h"
 #include "report/LastEnd.h"
 #include "report/Moment.h"
@@ -25,9 +29,8 @@ constexpr const char* kExitCodes = R"(Exit codes of a flight:
   2  wrong usage or input
   3  a plugin ended the flight)";
 
-CLI::App& AddRun(CLI::App& app, sim::FlightOptions& options) {
-  CLI::App* const run = app.add_subcommand("run", "Fly a simulator folder's plugins without a window");
-  run->footer(kExitCodes);
+CLI::App& AddFlight(CLI::App& app, const char* command, const char* meaning, sim::FlightOptions& options) {
+  CLI::App* const run = app.add_subcommand(command, meaning);
   run->add_option("--system", options.systemPath, "The simulator folder")->required();
   run->add_option("--frames", options.frames, "Frames to fly")
       ->required()
@@ -66,7 +69,12 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
   app.require_subcommand(1);
   app.footer(kExitCodes);
   sim::FlightOptions options;
-  const CLI::App& run = AddRun(app, options);
+  CLI::App& run = AddFlight(app, "run", "Fly a simulator folder's plugins without a window", options);
+  run.footer(kExitCodes);
+  sim::BisectOptions search;
+  CLI::App& bisect =
+      AddFlight(app, "bisect", "Find which plugins make a flight fail; arguments as for run", options);
+  sim::AddBisectOptions(bisect, search);
   bool asSchema = false;
   CLI::App* const vocabulary =
       app.add_subcommand("vocabulary", "Print what a flight file may say (Markdown)");
@@ -76,6 +84,10 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
     app.parse(argumentCount, arguments);
   } catch (const CLI::Success& help) {
     return app.exit(help);
+  }
+  if (bisect.parsed()) {
+    sim::CompleteBisectOptions(bisect, options, search);
+    return sim::Bisect(search);
   }
   return run.parsed() ? sim::Run(options) : PrintVocabulary(asSchema);
 }
@@ -87,6 +99,9 @@ int main(int argumentCount, char** arguments) {
     // Whoever reads it through a pipe or in a file has every line when the process ends badly.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     return ReadCommandLineAndRun(argumentCount, arguments);
+  } catch (const sim::Interrupted& interruption) {
+    std::signal(interruption.signal, SIG_DFL);
+    return std::raise(interruption.signal);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "vyra-sim: %s\n", error.what());
     return sim::kExitWrongInput;
