@@ -19,7 +19,7 @@ VYRAPluginID AnyID() {
 void EnablePlugin(Plugin&) {
   const VYRAPluginID id = AnyID();
   const int result = Do("VYRAEnablePlugin", [&] { return VYRAEnablePlugin(id); });
-  Require(id <= 0 || result == VYRAIsPluginEnabled(id), "enabling answers something else than what is");
+  Require(result == 0 || VYRAIsPluginEnabled(id) != 0, "a plugin counts as enabled that is not");
 }
 
 void DisablePlugin(Plugin&) {

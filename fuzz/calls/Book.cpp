@@ -171,7 +171,7 @@ void Book::CheckAtRest() const {
   }
   for (const Plugin& plugin : plugins) {
     if (&plugin == &Host()) continue;
-    Require(plugin.IsIn() || plugin.closed || plugin.isResident,
+    Require(plugin.IsIn() || plugin.closed || plugin.isResident || interrupted != 0,
             "the module of a plugin that left stays open");
     if (!plugin.IsIn()) continue;
     --records;

@@ -210,6 +210,7 @@ void Opened(Module& module) {
   Plugin& self = gBook.Add(&module, *module.callbacks);
   self.isResident = module.isResident;
   module.plugin = &self;
+  self.id = VYRAGetMyID();  // what it is to become
   Trace("  -> opened", &self);
   if (!kConstructorsAct) return;
   try {
@@ -236,11 +237,13 @@ void Closing(Module& module) {
 }
 
 void CheckNewPlace(const Plugin& self) {
-  Require(self.id > 0 && self.id == VYRACountPlugins() - 1, "a new plugin is not the last one on record");
+  Require(self.id > 0 && self.id < VYRACountPlugins(), "a new plugin is not on record");
   Require(VYRAFindPluginByPath("brelund.skyvora.skyvora") == VYRA_HOST_PLUGIN,
           "a plugin starts where there is no host");
   for (const Plugin& other : gBook.plugins) {
-    if (&other == &self || other.id != self.id || other.closed || other.rejected) continue;
+    if (&other == &self || other.id != self.id || other.closed || other.rejected || other.duplicate) {
+      continue;
+    }
     Require(other.out && other.isResident && (other.module == self.module || other.module->inside == 0),
             "an ID is given out while the code of the plugin that had it may still run");
   }
