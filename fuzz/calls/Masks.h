@@ -5,8 +5,8 @@ namespace calls {
 
 constexpr bool kModulesAreMetTwice = false;
 constexpr bool kConstructorsAct = false;
-constexpr bool kDrawingMakesWindows = false;
-constexpr bool kLosersThrow = false;  // of the focus, the mouse and the camera
+constexpr bool kDrawingMakesWindows = true;
+constexpr bool kLosersThrow = true;  // of the focus, the mouse and the camera
 constexpr bool kLivesThrow = false;   // start, enable, disable, stop
 constexpr bool kHostActsWhileItHandles = false;
 constexpr bool kStartsAndEndsAreNested = false;
