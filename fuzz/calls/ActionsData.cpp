@@ -193,8 +193,10 @@ Registration* FindOwnLoop(const Plugin& self, VYRAFlightLoopID handle) {
   Registration* const r = gBook.Find(Family::flightLoop, handle);
   if (r != nullptr && r->owner == &self) return r;
   for (Registration* loop : gBook.Of(Family::flightLoop)) {
-    if (loop->handle == nullptr && loop->owner == &self) loop->known = false;
-    if (loop->handle == nullptr && loop->owner == &self) ++loop->touched;
+    if (loop->handle != nullptr || loop->owner != &self) continue;
+    loop->known = false;
+    loop->most = 2;  // so that it stays unknown
+    ++loop->touched;
   }
   return nullptr;
 }

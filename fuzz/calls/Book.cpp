@@ -80,6 +80,7 @@ void Call::Returned() const {
     if (one.who == one.plugin) {
       Require(CallsOf(one.who) == 1, "a plugin was passed over by a message");
     } else if (static_cast<const Registration*>(one.who)->touched == one.touched) {
+      if (CallsOf(one.who) == 0) Trace("passed over", one.who, one.plugin->id);
       Require(CallsOf(one.who) > 0, "a callback that was due was passed over");
     }
   }
@@ -111,10 +112,13 @@ void Book::Added(Registration& registration) {
     registration.count = 0;
   }
   registration.most = std::max(registration.most, ++registration.count);
+  Trace("  added", &registration, registration.count);
+  Trace("    as", registration.handle);
   ++registration.touched;
 }
 
 void Book::Removed(Registration& registration) {
+  Trace("  removed", &registration, registration.count);
   registration.gone = --registration.count <= 0;
   ++registration.touched;
 }
@@ -133,6 +137,7 @@ void* Book::AnyHandle(Family family) {
   const Registration* registration = Any(family);
   if (registration == nullptr) return nullptr;
   char* const handle = static_cast<char*>(const_cast<void*>(registration->handle));
+  Trace("  handle", handle);
   return choice == 15 && handle != nullptr ? handle + 1 + gInput.Below(16) : handle;
 }
 

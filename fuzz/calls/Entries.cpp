@@ -27,7 +27,7 @@ Registration& Behind(void* refcon, Family family) {
 Registration& Enter(void* refcon, Family family, int stage = -1) {
   Registration& registration = Behind(refcon, family);
   Plugin& owner = *registration.owner;
-  Trace("  -> callback of family", &owner, static_cast<int>(family));
+  Trace("  -> callback of family", &registration, static_cast<int>(family));
   Require(!registration.gone || registration.revived, "a callback is called that was removed");
   Require(owner.enabled, "a callback is called of a plugin that is not enabled");
   Require(VYRAGetMyID() == owner.id, "a callback is called as another plugin");
