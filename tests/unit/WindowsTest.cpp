@@ -377,7 +377,7 @@ TEST_F(Windows, WalkAmongHiddenWindowsDoesNotMeetThoseOfAPluginThatWent) {
   between.action = [](Pane&, const std::string&) {
     Open(*added);  // hides all but the back-most, b
     UnloadOnePlugin(1);
-    VYRALoaderDropLastRecord(1);
+    VYRALoaderGiveBackID(1);
     AddPlugin("the next of that ID");
   };
   VYRADisplayDrawWindows();
