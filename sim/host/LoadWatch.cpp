@@ -26,6 +26,7 @@ std::string gLine;                              // what came of a line so far
 std::vector<LoadFailure> gFailures;             // of the whole flight
 std::map<std::string, std::string> gLoaded;     // paths by signature
 std::map<std::string, PluginReport> gPlugins;   // that were ever loaded, by path
+std::string gLastOpened;                        // the module that the system's next text is about
 std::map<VYRAPluginID, std::string> gEnabling;  // paths of those whose enable call was made last
 
 void TellFailure(const std::string& path, const std::string& reason) {
@@ -58,10 +59,11 @@ std::optional<std::string> PathIn(std::string_view line, std::string_view beginn
   return std::string(line);
 }
 
-// The module that is being opened, the system's text for which is logged meanwhile.
-std::string ModuleBeingOpened() {
-  VYRARunningCall call;
-  return VYRAGetRunningCalls(&call, 1) == 1 && call.kind == VYRA_CALL_OPENING ? call.path : "";
+// Whether the system's text only says that a module that was opened lacks one of the functions that it may
+// export.
+bool IsOfMissingCallback(std::string_view text) {
+  const std::size_t name = text.rfind("undefined symbol: VyPlugin");
+  return name != std::string_view::npos;
 }
 
 void FollowLoaded(std::string_view line) {
@@ -86,8 +88,9 @@ void FollowDuplicate(std::string_view line) {
 
 void FollowLine(const std::string& line) {
   if (line.starts_with("dlerror:")) {
-    const std::string path = ModuleBeingOpened();
-    if (!path.empty()) TellFailure(path, ExplainFailedOpening(path, std::string_view(line).substr(8)));
+    const std::string_view text = std::string_view(line).substr(std::string_view("dlerror:").size());
+    if (gLastOpened.empty() || IsOfMissingCallback(text)) return;
+    TellFailure(gLastOpened, ExplainFailedOpening(gLastOpened, text));
     return;
   }
   if (const auto rest = PathIn(line, "Fetching plugins for ", "")) {
@@ -114,6 +117,7 @@ void NoteBegin(const VYRARunningCall* call, void* /*refcon*/) {
 }
 
 void NoteEnd(const VYRARunningCall* call, void* /*refcon*/) {
+  if (call->kind == VYRA_CALL_OPENING) gLastOpened = call->path;
   if (call->kind == VYRA_CALL_ENABLE) gEnabling[call->plugin] = call->path;
 }
 
