@@ -20,7 +20,8 @@ if(VYRA_BUILD_SIMULATOR)
   file(RELATIVE_PATH libraryFromPrograms "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
   set_target_properties(vyra-sim PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFromPrograms}")
   install(TARGETS vyra-sim RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-  install(FILES "${CMAKE_BINARY_DIR}/sim/flight.schema.json" DESTINATION "${CMAKE_INSTALL_DATADIR}/vyra")
+  install(FILES "${CMAKE_BINARY_DIR}/sim/flight.schema.json" "${PROJECT_SOURCE_DIR}/docs/report.schema.json"
+          DESTINATION "${CMAKE_INSTALL_DATADIR}/vyra")
 endif()
 
 install(

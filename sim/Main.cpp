@@ -41,6 +41,7 @@ CLI::App& AddFlight(CLI::App& app, const char* command, const char* meaning, sim
   run->add_option("--log", options.logFile, "Write the log to this file, not to standard error");
   run->add_option("--flight", options.flightFile, "What happens in the flight and what to expect (JSON)");
   run->add_option("--report", options.reportFile, "Write what came of the flight to this file (JSON)");
+  run->add_option("--junit", options.junitFile, "Write it to this file as JUnit does");
   run->add_flag("--realtime", options.realTime, "Fly in real time, not as fast as possible");
   options.stallLimit = isatty(STDOUT_FILENO) != 0 ? 0.0 : kStallLimit;
   run->add_option("--stall-limit", options.stallLimit,

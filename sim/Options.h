@@ -14,6 +14,7 @@ struct FlightOptions {
   std::string logFile;     // empty: standard error
   std::string flightFile;  // empty: nothing happens but the frames
   std::string reportFile;  // empty: none
+  std::string junitFile;   // likewise
   bool realTime = false;   // rather than as fast as possible
   CostOptions costs;
   bool isSupervised = true;

@@ -16,6 +16,7 @@
 #include "report/Costs.h"
 #include "report/EndText.h"
 #include "report/Event.h"
+#include "report/JUnit.h"
 #include "report/LastEnd.h"
 #include "report/Log.h"
 #include "report/ReportJson.h"
@@ -94,6 +95,7 @@ void Conclude(const FlightOptions& options, const CostRecord& costs, Report& rep
   PrintSummary(report);
   if (options.costs.wantsTable) PrintCosts(report);
   if (!options.reportFile.empty()) WriteReport(report, options.reportFile);
+  if (!options.junitFile.empty()) WriteJUnit(report, options.junitFile);
   const bool isRemembered =
       !report.culprit || RememberEnd(options.stateFolder, gWorld.systemPath, report.result, *report.culprit);
   if (!isRemembered)
@@ -123,6 +125,7 @@ int Run(const FlightOptions& options) {
   if (!options.flightFile.empty())
     flight = ReadFlight(options.flightFile, {gWorld.systemPath, options.frames});
   CheckWritable(options.reportFile);
+  CheckWritable(options.junitFile);
   Log log(options.logFile);
   CostRecord costs(options.costs, !options.reportFile.empty());
 

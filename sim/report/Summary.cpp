@@ -59,11 +59,16 @@ void PrintTotals(const FlightTotals& totals, double rate) {
 }
 
 void PrintVerdicts(const Report& report) {
-  const auto held =
-      std::ranges::count(report.expectations, ExpectationResult::Held, &ExpectationReport::result);
-  const auto failed =
-      std::ranges::count(report.expectations, ExpectationResult::Failed, &ExpectationReport::result);
-  fmt::print("expectations        {} ok, {} FAILED\n", held, failed + std::ssize(report.failedSteps));
+  const auto count = [&](ExpectationResult result) {
+    return std::ranges::count(report.expectations, result, &ExpectationReport::result);
+  };
+  const auto unreached = count(ExpectationResult::NotReached);
+  fmt::print("expectations        {} ok, {} FAILED{}\n", count(ExpectationResult::Held),
+             count(ExpectationResult::Failed) + std::ssize(report.failedSteps),
+             unreached > 0 ? fmt::format(", {} not reached", unreached) : "");
+  for (const ExpectationReport& expectation : report.expectations)
+    if (expectation.result == ExpectationResult::NotReached)
+      fmt::print("{:<20}line {}: {}\n", "not reached", expectation.line, expectation.text);
   for (const std::string& failure : report.otherFailures) fmt::print("{:<20}{}\n", "FAILED", failure);
 }
 
