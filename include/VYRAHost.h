@@ -39,9 +39,10 @@ typedef void (*VYRAObjectLoaded_f)(VYRAObjectRef object, void* delivery);
  *
  * What a service may rely on is said of its pointers in one notation:
  *
- *   name!     never null
- *   name?     a plugin's own pointer, passed on unchecked: null, and whatever else the plugin gave
- *   name[N]   points to N of its type; a plugin's own does where the plugin keeps to its headers
+ *   name!      never null
+ *   name?      a plugin's own pointer, passed on unchecked: it may be null, or anything else
+ *   name![N]   never null, and points to N of its type (a plugin's own, if the plugin keeps to its header)
+ *   name?[N]   a plugin's own pointer, which is to point to N of its type
  *
  * Texts are terminated, UTF-8 unless a service says otherwise, and valid during the call only. Numbers and
  * handles come from plugins unchecked, negative and unknown ones too, unless a service says otherwise. Units

@@ -45,7 +45,7 @@ VYRA_API int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, v
 /**
  * Holder only. Gives the AI planes back: forgets the wishes and the limit, writes 0 to the dataref
  * "sim/private/net_disables/ai_loc[N]" of each AI plane, and tells every plugin that waits, before it
- * returns.
+ * returns. When one of them throws, those behind it wait for the next time.
  */
 VYRA_API void VYRAReleasePlanes(void);
 
