@@ -12,6 +12,7 @@
 #include "VYRAPlugin.h"
 #include "VYRAWatch.h"
 #include "host/CallWatchers.h"
+#include "host/CostWatch.h"
 #include "host/LoadFailures.h"
 #include "host/PluginList.h"
 #include "report/Event.h"
@@ -36,6 +37,7 @@ void TellFailure(const std::string& path, const std::string& reason) {
   if (isKnown) return;
   gFailures.push_back({path, reason});
   TellEvent(LoadFailed{gFailures.back()});
+  MarkInTrace("not loaded: " + path);
 }
 
 bool HasFailed(const std::string& path) {

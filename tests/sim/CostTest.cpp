@@ -174,6 +174,17 @@ TEST(Trace, OfARangeHasTheseFramesAlone) {
   }
 }
 
+TEST(Trace, MarksModulesThatCouldNotBeLoaded) {
+  const SimulatorFolder folder;
+  const std::string module = folder.Write("no module\n", "text.vyp");
+  const std::string file = folder.Path("trace.json");
+  folder.Fly(1, {"--trace", file});
+  const json trace = ReadTrace(file);
+  EXPECT_TRUE(std::ranges::any_of(trace, [&](const json& event) {
+    return event.at("ph") == "i" && event.at("name") == "not loaded: " + module;
+  }));
+}
+
 TEST(Trace, OfAFlightThatAPluginEndsIsWholeAndShowsThatCall) {
   const SimulatorFolder folder;
   folder.Install("faulty", "faulty/64/lin.vyp");
