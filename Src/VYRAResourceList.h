@@ -200,8 +200,8 @@ class VYRAResourceList {
     }
     if (!item->isHiddenTail) return;
     T** link = &hiddenTails;
-    while (*link != item) link = &(*link)->nextHiddenTail;
-    TakeTailOff(link);
+    while (*link != nullptr && *link != item) link = &(*link)->nextHiddenTail;
+    if (*link != nullptr) TakeTailOff(link);
   }
 
   // The record before a tail becomes its run's tail; without one the run ends. Whether there was one.

@@ -1,7 +1,6 @@
 #include "host/CallWatchers.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 namespace sim {
@@ -20,8 +19,8 @@ void TellBegin(const VYRARunningCall* call, void* /*refcon*/) {
 
 // The last one's time lies inside the first one's at both ends.
 void TellEnd(const VYRARunningCall* call, void* /*refcon*/) {
-  for (const VYRAWatcher& watcher : gWatchers | std::views::reverse)
-    if (IsWanted(watcher, *call)) watcher.end(call, watcher.refcon);
+  for (auto watcher = gWatchers.rbegin(); watcher != gWatchers.rend(); ++watcher)
+    if (IsWanted(*watcher, *call)) watcher->end(call, watcher->refcon);
 }
 
 // Sets the library's watcher only when that changes something: the library forgets the calls on its stack

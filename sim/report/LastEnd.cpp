@@ -77,9 +77,8 @@ bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, 
 }
 
 std::string DescribeLastEnd(const LastEnd& end) {
-  const std::string pattern = !end.signature.empty() ? end.signature : end.path;
-  return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin: --skip {}", end.date,
-                     end.result, end.name, end.call.empty() ? "" : ", " + end.call, pattern);
+  return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin, move {} away",
+                     end.date, end.result, end.name, end.call.empty() ? "" : ", " + end.call, end.path);
 }
 
 }  // namespace sim

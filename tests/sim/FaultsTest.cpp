@@ -152,8 +152,8 @@ TEST(Faults, CoreIsLeftByTheSignalItself) {
 TEST(Faults, AreRememberedForTheNextStart) {
   const SimulatorFolder folder;
   const std::vector<std::string> state = {"--state", folder.Path("state")};
-  const std::string line =
-      "crashed: Faulty, flight loop; to fly without that plugin: --skip " + std::string(kFaulty);
+  const std::string line = "crashed: Faulty, flight loop; to fly without that plugin, move " +
+                           folder.Path("Resources/plugins/faulty/64/lin.vyp") + " away";
   EXPECT_EQ(FlyFaulty(folder, "null@loop", state).output.find(line), std::string::npos);
   setenv("VYRA_TEST_FAULT", "none", 1);
   EXPECT_NE(folder.Fly(1, state).output.find(line), std::string::npos);
