@@ -143,6 +143,7 @@ class Newcomer {
   void Start(Start_f start, std::vector<VYRAPluginID>* list);
   void Accept(const Identity& identity, std::vector<VYRAPluginID>* list);
 
+  void ShutOut() const;
   bool Remove(VYRALoaderSteps& steps);
   void CloseAsItself(VYRALoaderSteps& steps);
   void Close();
@@ -235,6 +236,16 @@ void Newcomer::Accept(const Identity& identity, std::vector<VYRAPluginID>* list)
   VYRALog("Loaded: ", path, " (", signature, ").\n\n");
 }
 
+// A plugin that did not start is on its way out from here on, also where it has enabled itself: the host may
+// call from inside its log.
+void Newcomer::ShutOut() const {
+  if (!IsHere()) return;
+  PluginRecord& record = VYRARegistryRecord(plugin);
+  record.stage = PluginStage::leaving;
+  record.stop = nullptr;  // which is not owed, whoever unloads it
+  VYRARegistrySetEnabled(plugin, false);
+}
+
 // Removes what the module registered. An exception that this leads to is one of a callback that has had its
 // turn, so the rest is tried again; false in the odd case that there is no end of them.
 bool Newcomer::Remove(VYRALoaderSteps& steps) {
@@ -258,6 +269,7 @@ void Newcomer::CloseAsItself(VYRALoaderSteps& steps) {
 void Newcomer::TurnDown(bool verbose, VYRALoaderSteps& steps) {
   if (outcome == Outcome::hasNoStart) steps.Take([&] { LogNoStart(path); });
   VYRASetDispatchedPlugin(plugin);
+  if (outcome == Outcome::refused || outcome == Outcome::thrown) ShutOut();
   if (outcome == Outcome::refused) steps.Take([&] { LogRefused(path); });
   const bool isRemoved = Remove(steps);
   if (isRemoved && outcome == Outcome::taken) CloseAsItself(steps);

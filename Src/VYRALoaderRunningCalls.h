@@ -20,7 +20,8 @@ constexpr int VYRACallKind(VYRACallWord call) { return static_cast<int>(call & 0
 enum { VYRA_CALL_NONE = 0 };
 
 constexpr VYRACallWord VYRACallOf(VYRAPluginID plugin) {
-  return VYRACallWord{static_cast<std::uint32_t>(plugin)} << 32U;
+  constexpr VYRACallWord kUpperHalf = VYRACallWord{1} << 32U;
+  return static_cast<std::uint32_t>(plugin) * kUpperHalf;
 }
 
 // The depth and kind of a call that is made inside another.
