@@ -60,7 +60,7 @@ TEST_F(ModuleLoader, FilesAreLookedAtForWhatTheSystemsLoaderDoesNotSurvive) {
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(look("pipe").danger, (folder / "pipe").string() + ": not a regular file");
   fs::copy_file("/proc/self/exe", folder / "cut");
-  fs::resize_file(folder / "cut", fs::file_size(folder / "cut") / 2);
+  fs::resize_file(folder / "cut", 8192);  // within the first segments, whatever debug information follows
   EXPECT_EQ(look("cut").danger, (folder / "cut").string() + ": file too short for its segments");
   fs::create_symlink(folder / "whole", folder / "link");
   EXPECT_EQ(look("link").identity, look("whole").identity);
