@@ -32,7 +32,6 @@ struct Host {
   int sceneryIsLoaded = 0;
   int menus = 0;  // made so far, as are the next two
   int items = 0;
-  int probes = 0;
   int messages = 0;  // shown to the user
 };
 
