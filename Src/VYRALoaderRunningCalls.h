@@ -16,7 +16,7 @@ constexpr VYRAPluginID VYRACallPlugin(VYRACallWord call) { return static_cast<VY
 constexpr int VYRACallDepth(VYRACallWord call) { return static_cast<int>(call >> 8U & 0xFFFFFFU); }
 constexpr int VYRACallKind(VYRACallWord call) { return static_cast<int>(call & 0xFFU); }
 
-// Kinds of their own: none of a plugin's code is called, but the library acts on the plugin's behalf.
+// The kind of a scope in which the library acts on a plugin's behalf without calling its code.
 enum { VYRA_CALL_NONE = 0 };
 
 constexpr VYRACallWord VYRACallOf(VYRAPluginID plugin) {
