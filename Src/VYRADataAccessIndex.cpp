@@ -7,6 +7,7 @@
 
 #include "VYRADataAccessInternal.h"
 #include "VYRAHashIndex.h"
+#include "VYRAWatch.h"
 
 std::map<std::string_view, VYRAData_t*> gDataRefs;
 VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
@@ -76,4 +77,14 @@ void VYRADataAccessSetOwner(VYRAData_t* record, VYRAPluginID plugin) {
   if (isOwned) gOwnedDataRefs.Add(plugin, record);
   VYRADataAccessNoteOwned(record, isOwned);
   Find(HashOf(record->name), record->name.data())->isOwned = isOwned;
+}
+
+int VYRAGetDataRefs(VYRADataRefInfo* outDataRefs, int capacity) {
+  int count = 0;
+  for (const auto& [name, record] : gDataRefs) {
+    if (record->owner == VYRA_NO_PLUGIN || count++ >= capacity) continue;
+    outDataRefs[count - 1] = {
+        .name = name.data(), .types = record->types, .isWritable = record->writable, .owner = record->owner};
+  }
+  return count;
 }

@@ -54,6 +54,7 @@ extern VYRAResourceList<VYRAHotKeyInfoRecord> gHotKeys;
 
 extern VYRAWindowCallbackRecord* gFocusWindow;  // has keyboard focus; null: none
 extern VYRAWindowCallbackRecord* gDragWindow;   // took the mouse-down and holds the mouse; null: none
+extern VYRAWindowID gDrawnWindow;               // is being drawn; only its address counts; null: none
 
 // A step of the host's frame; whether the host is to draw what the step stands before.
 int VYRADisplayDoDrawingHook(int step, int isReflection);
@@ -79,8 +80,7 @@ void VYRADisplayDrawWindows();
 // Fires the hot key of a combination; whether there was one.
 bool VYRADispatchHotKey(char virtualKey, int flags);
 
-// A plugin is about to be disabled: it loses keyboard focus and the mouse, and is told so. What it takes back
-// in these calls is gone again, unsaid, when they have returned. When one throws, calling this again goes on.
+// A plugin is disabled: it loses keyboard focus and the mouse, and while it may be called it is told so.
 void VYRADisplayDisableHook(VYRAPluginID plugin);
 
 // A plugin leaves: its draw callbacks, key sniffers, windows and hot keys are removed.

@@ -1,6 +1,8 @@
 // What the display takes from a plugin that is disabled, and removes of one that leaves.
+#include "VYRAAtEnd.h"
 #include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
+#include "VYRALoaderSteps.h"
 
 namespace {
 
@@ -9,6 +11,10 @@ bool HasMouse(VYRAPluginID plugin) { return gDragWindow != nullptr && gDragWindo
 
 // Tells the window that holds the mouse of its release, at the place where the mouse is.
 void ReleaseMouse(VYRAPluginID plugin) {
+  // Also when the host's answer leads to an exception, or the release to another press.
+  const StAtEnd release([plugin] {
+    if (HasMouse(plugin)) gDragWindow = nullptr;
+  });
   int x = 0;
   int y = 0;
   gHooks->GetMouseLocation(&x, &y, 0);
@@ -19,10 +25,14 @@ void ReleaseMouse(VYRAPluginID plugin) {
 }  // namespace
 
 void VYRADisplayDisableHook(VYRAPluginID plugin) {
-  if (HasFocus(plugin)) VYRATakeKeyboardFocus(nullptr);
-  if (HasMouse(plugin)) ReleaseMouse(plugin);
-  // One that takes the focus back in its last release loses it without another word.
-  if (HasFocus(plugin)) gFocusWindow = nullptr;
+  VYRALoaderSteps steps;
+  steps.Take([=] {
+    if (HasFocus(plugin)) VYRATakeKeyboardFocus(nullptr);
+  });
+  steps.Take([=] {
+    if (HasMouse(plugin)) ReleaseMouse(plugin);
+  });
+  steps.End();
 }
 
 void VYRADisplayCleanupHook(VYRAPluginID plugin) {

@@ -24,9 +24,7 @@ int PressMouse(int x, int y) {
     dispatch.Ended();
     if (taken == 0) continue;
     // One that destroyed itself in the press, or was disabled in it, has taken it, but cannot hold the mouse.
-    if (walk.HoldsRecord() && !window->is_dead() && VYRARegistryIsEnabled(window->owner)) {
-      gDragWindow = window;
-    }
+    if (walk.HoldsRecord() && !window->is_dead() && gCallable[window->owner] != 0) gDragWindow = window;
     return 0;
   }
   return 1;
@@ -63,11 +61,13 @@ int AskWindowsAt(int x, int y, int kind, Callback Window::*callback, Rest... res
 }  // namespace
 
 void VYRADisplayDrawWindows() {
+  const StAtEnd restore([outer = gDrawnWindow] { gDrawnWindow = outer; });
   StDispatchWalk dispatch(VYRA_CALL_WINDOW_DRAW);
   Walk walk(gWindows, Walk::Order::reverse);
   while (Window* window = walk.Next()) {
     if (window->is_dead() || window->visible == 0 || window->draw == nullptr) continue;
     if (!dispatch(window->owner)) continue;
+    gDrawnWindow = window;
     window->draw(window, window->refcon);
     dispatch.Ended();
   }
@@ -78,7 +78,7 @@ int VYRADisplayMouseClickHook(int x, int y, int status) {
 }
 
 void VYRADisplayMouseDragHook() {
-  if (gDragWindow == nullptr) return;
+  if (gDragWindow == nullptr || gHooks == nullptr) return;  // the host's own windows may be before the start
   int x = 0;
   int y = 0;
   gHooks->GetMouseLocation(&x, &y, 0);

@@ -3,10 +3,12 @@
 #include "VYRAAtEnd.h"
 #include "VYRADisplayInternal.h"
 #include "VYRAHostServices.h"
+#include "VYRAWatch.h"
 
 VYRAResourceList<VYRAWindowCallbackRecord> gWindows;
 VYRAWindowCallbackRecord* gFocusWindow = nullptr;
 VYRAWindowCallbackRecord* gDragWindow = nullptr;
+VYRAWindowID gDrawnWindow = nullptr;
 
 namespace {
 
@@ -172,6 +174,27 @@ int VYRAIsWindowInFront(VYRAWindowID window) {
   }
   return 0;
 }
+
+int VYRAGetWindows(VYRAWindowInfo* outWindows, int capacity) {
+  VYRAResourceWalk walk(gWindows);
+  int count = 0;
+  while (Window* const record = walk.Next()) {
+    if (record->is_dead()) continue;
+    if (count++ >= capacity) continue;
+    outWindows[count - 1] = {.window = record,
+                             .plugin = record->owner,
+                             .left = record->left,
+                             .top = record->top,
+                             .right = record->right,
+                             .bottom = record->bottom,
+                             .isShown = record->visible != 0 && VYRARegistryIsEnabled(record->owner),
+                             .hasKeyboardFocus = record == gFocusWindow,
+                             .holdsMouse = record == gDragWindow};
+  }
+  return count;
+}
+
+VYRAWindowID VYRAGetDrawnWindow(void) { return gDrawnWindow; }
 
 void VYRAGetScreenSize(int* outWidth, int* outHeight) { gHooks->GetScreenSize(outWidth, outHeight); }
 

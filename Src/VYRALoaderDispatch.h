@@ -2,6 +2,8 @@
 // wants to know who runs, or to be told of each call, is served here.
 #pragma once
 
+#include <utility>
+
 #include "VYRALoaderRegistry.h"
 #include "VYRALoaderRunningCalls.h"
 #include "VYRAWatchInternal.h"
@@ -41,8 +43,11 @@ class StDispatchCallback {
                 (plugin == VYRA_HOST_PLUGIN && gAllPlugins.empty())),
         call(plugin, kind),
         word(VYRACallOf(plugin) | VYRACallInside(call.Outer(), kind)) {
-    if (gWatch != 0 && mayCall) [[unlikely]]
+    if (!mayCall) [[unlikely]] {
+      VYRAStoreRunningCall(VYRACallOf(plugin) | VYRACallInside(call.Outer(), VYRA_CALL_NONE));
+    } else if (gWatch != 0) [[unlikely]] {
       told = VYRAWatchTellBegin(word);
+    }
   }
   ~StDispatchCallback() {
     if (told != 0) [[unlikely]]
@@ -76,24 +81,25 @@ class StDispatchWalk {
   StDispatchWalk(const StDispatchWalk&) = delete;
   StDispatchWalk& operator=(const StDispatchWalk&) = delete;
 
-  // Makes the owner of a record the dispatched plugin, in place of the last, and says whether it may be
-  // called.
+  // Says whether the owner of a record may be called, and if so makes it the dispatched plugin.
   bool operator()(VYRAPluginID plugin) {
-    VYRAStoreRunningCall(VYRACallOf(plugin) | depthAndKind);
-    if (gUnwatched[plugin] != 0) [[likely]]
+    const VYRACallWord next = VYRACallOf(plugin) | depthAndKind;
+    if (gUnwatched[plugin] != 0) [[likely]] {
+      VYRAStoreRunningCall(next);
       return true;
+    }
     if (gCallable[plugin] == 0) return false;
-    begun = VYRACallOf(plugin) | depthAndKind;
-    told = VYRAWatchTellBegin(begun);
+    VYRAStoreRunningCall(next);
+    begun = next;
+    told = VYRAWatchTellBegin(next);
     return true;
   }
 
   // The plugin's code has returned. Not needed when it threw, or when the walk ends with it.
   void Ended() {
-    if (told == 0) [[likely]]
-      return;
-    VYRAWatchTellEnd(begun, told);
-    told = 0;
+    if (told != 0) [[unlikely]]
+      VYRAWatchTellEnd(begun, std::exchange(told, 0));
+    VYRANoteThatNobodyRuns();
   }
 
  private:

@@ -41,6 +41,13 @@ int CallEnable(VYRAPluginID plugin) {
   return enable();
 }
 
+void CallDisable(VYRAPluginID plugin) {
+  const auto disable = VYRARegistryRecord(plugin).disable;
+  if (disable == nullptr) return;
+  const StDispatchCallback dispatch(plugin, VYRA_CALL_DISABLE, StDispatchCallback::Ask::nothing);
+  disable();
+}
+
 // A stop callback's run. From its end on the plugin is disabled, also when it threw and the rest of the
 // unload is still to come.
 class StStop {
@@ -96,16 +103,20 @@ int VYRAEnablePlugin(VYRAPluginID plugin) {
 void VYRADisablePlugin(VYRAPluginID plugin) {
   if (plugin <= VYRA_HOST_PLUGIN || !VYRARegistryIsEnabled(plugin)) return;
   if (VYRARegistryRecord(plugin).inTransition) return;
-  {
+  // All of it is done before an exception goes on: else one that takes something back whenever it loses it,
+  // and throws, would never be disabled.
+  VYRALoaderSteps steps;
+  steps.Take([&] {
     const StTransition transition(plugin);
     VYRALoaderRunDisableHooks(plugin);
+  });
+  if (VYRARegistryIsEnabled(plugin)) {
+    VYRARegistrySetEnabled(plugin, false);
+    steps.Take([&] { CallDisable(plugin); });
+    // What it took back in these calls is taken again. As it is not enabled any more, it is not told.
+    if (!VYRARegistryIsEnabled(plugin)) steps.Take([&] { VYRALoaderRunDisableHooks(plugin); });
   }
-  if (!VYRARegistryIsEnabled(plugin)) return;
-  VYRARegistrySetEnabled(plugin, false);
-  const auto disable = VYRARegistryRecord(plugin).disable;
-  if (disable == nullptr) return;
-  const StDispatchCallback dispatch(plugin, VYRA_CALL_DISABLE, StDispatchCallback::Ask::nothing);
-  disable();
+  steps.End();
 }
 
 // One plugin that throws keeps no other from being enabled. What takes plugins down, in contrast, ends with

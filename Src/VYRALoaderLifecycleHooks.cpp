@@ -3,6 +3,7 @@
 #include "VYRADataAccessInternal.h"
 #include "VYRADisplayCameraInternal.h"
 #include "VYRADisplayInternal.h"
+#include "VYRALoaderSteps.h"
 #include "VYRAMenusInternal.h"
 #include "VYRAPlanesInternal.h"
 #include "VYRAProcessingInternal.h"
@@ -27,9 +28,11 @@ constexpr SubsystemHooks kSubsystemHooks[] = {
 }  // namespace
 
 void VYRALoaderRunDisableHooks(VYRAPluginID plugin) {
+  VYRALoaderSteps steps;
   for (const SubsystemHooks& hooks : kSubsystemHooks) {
-    if (hooks.disable != nullptr) hooks.disable(plugin);
+    if (hooks.disable != nullptr) steps.Take([&] { hooks.disable(plugin); });
   }
+  steps.End();
 }
 
 void VYRALoaderRunCleanupHooks(VYRAPluginID plugin) {

@@ -4,7 +4,8 @@
 
 #include "VYRADefs.h"
 
-// What the subsystems take from a plugin that is about to be disabled, while it may still be called.
+// What the subsystems take from a plugin that is disabled: each, whatever the others lead to. While the
+// plugin may be called it is told.
 void VYRALoaderRunDisableHooks(VYRAPluginID plugin);
 
 // Removes everything that a plugin registered, subsystem by subsystem. The plugin is not called any more.

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "VYRAHost.h"
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderIdentities.h"
@@ -119,6 +120,13 @@ class StOpening {
   StOpening(const StOpening&) = delete;
   StOpening& operator=(const StOpening&) = delete;
 };
+
+VYRAModuleFilter_f gModuleFilter = nullptr;
+void* gModuleFilterRefcon = nullptr;
+
+bool IsPassedOver(const std::string& path) {
+  return gModuleFilter != nullptr && gModuleFilter(path.c_str(), gModuleFilterRefcon) == 0;
+}
 
 // A module on its way into the registry. Its record stands there before its first constructor runs, so that
 // whatever the module registers belongs to it, and goes with it when it is turned down.
@@ -301,6 +309,7 @@ VYRAPluginID LoadOnePlugin(const std::string& path, int verbose, std::vector<VYR
     LogUnreadable(path, verbose != 0);
     return VYRA_NO_PLUGIN;
   }
+  if (IsPassedOver(path)) return VYRA_NO_PLUGIN;
   if (!file.danger.empty()) {
     LogNotOpened(path, file.danger, verbose != 0);
     return VYRA_NO_PLUGIN;
@@ -316,4 +325,9 @@ VYRAPluginID LoadOnePlugin(const std::string& path, int verbose, std::vector<VYR
   if (!newcomer.IsAccepted()) newcomer.TurnDown(verbose != 0, steps);
   steps.End();
   return newcomer.IsAccepted() ? newcomer.ID() : VYRA_NO_PLUGIN;
+}
+
+void VYRASetModuleFilter(VYRAModuleFilter_f filter, void* refcon) {
+  gModuleFilter = filter;
+  gModuleFilterRefcon = refcon;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -32,6 +33,7 @@ constexpr VYRACallWord VYRACallInside(VYRACallWord outer, int kind) {
 // The call that runs now. Its plugin is the dispatched one, also while no plugin's code runs.
 union VYRACallState {
   VYRACallWord word;
+  std::uint8_t kind;
   struct {
     std::uint32_t depthAndKind;
     VYRAPluginID plugin;
@@ -58,6 +60,12 @@ struct VYRARunningModule {
 inline VYRACallWord VYRALoadRunningCall() { return __atomic_load_n(&gRunningCall.word, __ATOMIC_RELAXED); }
 inline void VYRAStoreRunningCall(VYRACallWord call) {
   __atomic_store_n(&gRunningCall.word, call, __ATOMIC_RELAXED);
+}
+
+// Leaves the plugin dispatched. Its part alone is written, as the next to follow is a whole word again.
+inline void VYRANoteThatNobodyRuns() {
+  static_assert(std::endian::native == std::endian::little);
+  __atomic_store_n(&gRunningCall.kind, std::uint8_t{VYRA_CALL_NONE}, __ATOMIC_RELAXED);
 }
 
 inline std::size_t VYRAPlaceOfCall(int depth) {

@@ -45,10 +45,15 @@ bool IsFolder(const std::string& folder, const char* name) {
   return S_ISDIR(status.st_mode);
 }
 
+// Lets the exception of a module's constructor through. It is declared that there is none, so this has a
+// frame of its own, without anything that would have to be destroyed on the way and so without a handler's
+// table.
+[[gnu::noinline]] void* Open(const char* path) { return dlopen(path, RTLD_NOW); }
+
 }  // namespace
 
 VYRALoadedDLL VYRALoadDLL(const char* path) {
-  void* const handle = dlopen(path, RTLD_NOW);
+  void* const handle = Open(path);
   if (handle == nullptr) return {nullptr, SystemError()};
   return {handle, {}};
 }

@@ -9,6 +9,7 @@
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
+#include "VYRAWatch.h"
 
 VYRACommandTable gPreHooks;
 VYRACommandTable gPostHooks;
@@ -163,4 +164,15 @@ void VYRACommandCleanupHook(VYRAPluginID plugin) {
   EndCommandsOf(plugin);
   RemoveHandlersOf(plugin, gPreHooks);
   RemoveHandlersOf(plugin, gPostHooks);
+}
+
+int VYRAGetCommandHandlers(VYRACommandRef command, VYRACommandHandlerInfo* outHandlers, int capacity) {
+  int count = 0;
+  for (const int isBefore : {1, 0}) {
+    for (const Handler* handler = HooksFor(isBefore).First(command); handler != nullptr;
+         handler = handler->next) {
+      if (count++ < capacity) outHandlers[count - 1] = {.plugin = handler->owner, .isBefore = isBefore};
+    }
+  }
+  return count;
 }

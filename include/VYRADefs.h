@@ -9,13 +9,15 @@
  * Exceptions of C++. The library throws none of its own while memory lasts, and keeps none to itself: one
  * that a callback lets out passes through the library, and through the plugin or the service of the host
  * whose call led to the callback, on its way to the call of the host that began it all. What that call still
- * had to do for others is not done, except that all plugins are loaded and enabled which are to be, before
- * the first exception of theirs goes on; otherwise the library is left as if the callback had returned, so
- * that the next frame can be flown, and a shutdown, an unloading or a reload goes on where it ended when it
- * is called again. So a plugin should let none out. A host catches them around its calls into the library,
- * and looks at them there, as an exception's type may lie in the module that threw it: modules stay open as
- * long as an exception is on its way or in a catch block. A host in C ends with one. Services of the host and
- * functions of a watcher throw none of their own.
+ * had to do for others is not done, except that all plugins are loaded and enabled which are to be, and one
+ * that is disabled is so in all that belongs to it, before the first exception of theirs goes on; otherwise
+ * the library is left as if the callback had returned, so that the next frame can be flown, and a shutdown,
+ * an unloading or a reload goes on where it ended when it is called again. So a plugin should let none out.
+ * Least of all from a constructor of its module: the plugin is turned down as one whose start threw, but its
+ * module stays in memory, and the system's loader stays locked for all other threads. A host catches them
+ * around its calls into the library, and looks at them there, as an exception's type may lie in the module
+ * that threw it: modules stay open as long as an exception is on its way or in a catch block. A host in C
+ * ends with one. Services of the host and functions of a watcher throw none of their own.
  */
 #ifndef VYRA_DEFS_H
 #define VYRA_DEFS_H

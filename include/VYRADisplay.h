@@ -4,7 +4,8 @@
  * All coordinates are screen pixels with x to the right and y upward, so a window's top is larger than its
  * bottom. The numbers of drawing phases, keys and modifier flags are the host's. Callbacks are called with
  * their plugin as the calling plugin, and only while it is enabled; a disabled plugin's registrations stay.
- * A callback may remove itself, any other or all of its kind.
+ * A callback may remove itself, any other or all of its kind. It should let no C++ exception out: VYRADefs.h
+ * tells what becomes of one, and what stands below of callbacks that throw is what holds when one does.
  */
 #ifndef VYRA_DISPLAY_H
 #define VYRA_DISPLAY_H

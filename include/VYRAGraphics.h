@@ -35,7 +35,11 @@ VYRA_API void VYRALocalToWorld(double x, double y, double z, double* outLatitude
 /** A dark box behind text; edges in screen pixels, y upward. */
 VYRA_API void VYRADrawTranslucentDarkBox(int left, int top, int right, int bottom);
 
-/** Draws text at a pixel. colorRgb holds 3 floats; wordWrapWidth is null, or points to a width in pixels. */
+/**
+ * Draws text at a pixel. colorRgb holds 3 floats; wordWrapWidth is null, or points to a width in pixels. The
+ * library writes to none of them. In C++ a string literal does not become a char*: pass an array, as in
+ * char label[] = "altitude", or the data() of a std::string.
+ */
 VYRA_API void VYRADrawString(float* colorRgb, int x, int y, char* text, int* wordWrapWidth, int fontId);
 
 /**

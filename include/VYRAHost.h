@@ -280,6 +280,27 @@ VYRA_API void VYRAShutdownPlugins(void);
 
 /* VYRAReloadPlugins and VYRAInitialized stand in VYRAPlugin.h: plugins may call them too. */
 
+/**
+ * Says whether a module is to be loaded: 0 to pass it over, as if its file were not there.
+ *
+ * path: that of the file, which is there, and valid during the call only; what it is, or whether it can be
+ * opened at all, is not known yet. refcon: as given to VYRASetModuleFilter. It is asked each time that the
+ * module would be loaded, so again with each reload. It must not throw, and must call no function of the
+ * library other than those of VYRAWatch.h.
+ */
+typedef int (*VYRAModuleFilter_f)(const char* path, void* refcon);
+
+/**
+ * Sets the filter that is asked about every module before it is opened, in place of the one before; null
+ * takes it away. It stays through shutdown and start. Modules that are loaded already are not asked about.
+ *
+ * A module that is passed over leaves no line in the log. In a plugin folder whose 64/lin.vyp is passed over,
+ * lin.vyp is what is looked for next.
+ *
+ * Main thread only; at any time, before the start too.
+ */
+VYRA_API void VYRASetModuleFilter(VYRAModuleFilter_f filter, void* refcon);
+
 /* ---- Events -------------------------------------------------------------------------------------------
  *
  * In the order in which a frame uses them; docs/host-guide.md shows a whole frame.

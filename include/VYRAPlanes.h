@@ -28,8 +28,7 @@ VYRA_BEGIN_DECLARATIONS
 typedef void (*VYRAPlanesReturned_f)(void* refcon);
 
 /**
- * Takes the AI planes for the calling plugin, until it releases them or is unloaded; being disabled releases
- * them, too, but a plugin may take them again from its own callbacks, even while it is disabled.
+ * Takes the AI planes for the calling plugin, until it releases them or is disabled or unloaded.
  *
  * aircraft: null, or an array of full model paths closed by a null pointer: path k is the model wanted for
  * plane k, "" for no wish; a path of 4,096 bytes or more names no file and is no wish either. Copied. Entry 0

@@ -132,9 +132,9 @@ VYRA_API int VYRAEnablePlugin(VYRAPluginID plugin);
 
 /**
  * Disables a plugin: keyboard focus, the mouse, the camera and the AI planes are taken from it, and it is
- * told, while it still counts as enabled; then it is disabled and its VyPluginDisable called. One that it
- * takes back in one of these calls it may hold while it is disabled, but none of its callbacks is called any
- * more. 0, unknown IDs and plugins that are not enabled: nothing happens.
+ * told, while it still counts as enabled; then it is disabled and its VyPluginDisable called. What it took
+ * back in these calls is taken again, and it is not told. 0, unknown IDs and plugins that are not enabled:
+ * nothing happens.
  */
 VYRA_API void VYRADisablePlugin(VYRAPluginID plugin);
 

@@ -1,9 +1,10 @@
 /*
- * VYRAWatch.h: for simulators: which plugin runs now, and a watcher that is told of every call into one.
+ * VYRAWatch.h: for simulators: which plugin runs now, a watcher that is told of every call into one, and the
+ * windows, datarefs and command handlers of all plugins.
  *
- * With it a simulator names the plugin behind a crash, a stall or an exception, and knows what each plugin
- * costs. The rest of the library does not depend on it: a host that never calls these functions loses
- * nothing and pays nothing.
+ * With it a simulator names the plugin behind a crash, a stall or an exception, knows what each plugin costs,
+ * and sees what lies on its screen. The rest of the library does not depend on it: a host that never calls
+ * these functions loses nothing and pays nothing.
  *
  *   VYRARunningCall calls[VYRA_MOST_RUNNING_CALLS];
  *   int count = VYRAGetRunningCalls(calls, VYRA_MOST_RUNNING_CALLS);
@@ -12,7 +13,10 @@
 #ifndef VYRA_WATCH_H
 #define VYRA_WATCH_H
 
+#include "VYRADataAccess.h"
 #include "VYRADefs.h"
+#include "VYRADisplay.h"
+#include "VYRAUtilities.h"
 
 VYRA_BEGIN_DECLARATIONS
 
@@ -98,6 +102,55 @@ typedef struct {
  *
  * Main thread only; at any time, before the start too, and from inside a plugin's call. */
 VYRA_API int VYRASetWatcher(const VYRAWatcher* watcher);
+
+/* A plugin's window. Edges in screen pixels, y upward, as the plugin set them: nothing orders them. */
+typedef struct {
+  VYRAWindowID window;
+  VYRAPluginID plugin; /* whose it is */
+  int left;
+  int top;
+  int right;
+  int bottom;
+  int isShown;          /* it is visible and its plugin is enabled: it is drawn, and under the mouse */
+  int hasKeyboardFocus; /* keys go to it */
+  int holdsMouse;       /* the mouse went down on it and is not yet up again */
+} VYRAWindowInfo;
+
+/* Writes the windows of all plugins, hidden ones too, the front-most first, to outWindows, which has room for
+ * `capacity` records, and returns how many there are, which may be more. outWindows may be null when capacity
+ * is 0. Main thread only, once the library was started; in a frame, not between drawing step 20 and the
+ * cursor query that follows it. */
+VYRA_API int VYRAGetWindows(VYRAWindowInfo* outWindows, int capacity);
+
+/* The window whose draw callback runs, or runs further out on the stack; null while none does. So a host's
+ * drawing services know for which window they are called. Main thread only, at any time. */
+VYRA_API VYRAWindowID VYRAGetDrawnWindow(void);
+
+/* A published dataref. */
+typedef struct {
+  const char* name; /* the library's, for the life of the process */
+  VYRADataTypeID types;
+  int isWritable;
+  VYRAPluginID owner; /* who publishes it */
+} VYRADataRefInfo;
+
+/* Writes the datarefs that are published now, in the order of their names, to outDataRefs, which has room for
+ * `capacity` records, and returns how many there are, which may be more. outDataRefs may be null when
+ * capacity is 0. Main thread only; at any time, before the start too. */
+VYRA_API int VYRAGetDataRefs(VYRADataRefInfo* outDataRefs, int capacity);
+
+/* A plugin's handler of a command. */
+typedef struct {
+  VYRAPluginID plugin;
+  int isBefore; /* it is called before the host acts on the command, and may keep it from that */
+} VYRACommandHandlerInfo;
+
+/* Writes the handlers of a command, in the order in which they are called, to outHandlers, which has room for
+ * `capacity` records, and returns how many there are, which may be more. outHandlers may be null when
+ * capacity is 0. Any pointer may be given: one that is no command has no handlers. Main thread only, at any
+ * time. */
+VYRA_API int VYRAGetCommandHandlers(VYRACommandRef command, VYRACommandHandlerInfo* outHandlers,
+                                    int capacity);
 
 VYRA_END_DECLARATIONS
 

@@ -23,6 +23,7 @@ VYRALoaderQuestions  2
 VYRALoaderRegistry   2
 VYRALoaderReports    2
 VYRALoaderRunning    2
+VYRALoaderSteps      1
 VYRAWatch            2
 VYRALoader           4
 VYRADataAccess       3 data access

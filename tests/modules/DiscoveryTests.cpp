@@ -143,3 +143,39 @@ TEST_F(Discovery, SceneryPluginsAreAllStartedBeforeTheFirstIsEnabled) {
   Event(VYRA_EVENT_SCENERY_PACKAGE, (root + "Nowhere/").c_str());
   EXPECT_EQ(gHost.log, "");
 }
+
+TEST_F(Discovery, FilterIsAskedAboutEachModuleThatIsThereAndWhatItPassesOverIsAsIfItWereNot) {
+  AddFolders(main, {"PluginAdmin", "both"});
+  AddFolders(aircraft, {"gauges", "radio"});
+  Add(main + "both/lin.vyp");
+  Add(main + "text.vyp", nullptr);
+  Add(main + "zulu.vyp");
+  static std::vector<std::string> asked;
+  VYRASetModuleFilter(
+      [](const char* path, void* refcon) {
+        asked.push_back(std::string(path).substr(static_cast<const std::string*>(refcon)->size()));
+        const std::string& last = asked.back();
+        return last.ends_with("text.vyp") || last.ends_with("both/64/lin.vyp") ||
+                       last.ends_with("radio/64/lin.vyp")
+                   ? 0
+                   : -1;
+      },
+      const_cast<std::string*>(&root));
+  StartTraced();
+  EXPECT_EQ(Trace(), "PluginAdmin.start zulu.start both.start PluginAdmin.enable zulu.enable both.enable");
+  LoadPlane();
+  EXPECT_NE(Id("gauges"), VYRA_NO_PLUGIN);
+  EXPECT_EQ(Id("radio"), VYRA_NO_PLUGIN);
+  EXPECT_NE(VYRAFindPluginByPath((main + "both/lin.vyp").c_str()), VYRA_NO_PLUGIN);
+  EXPECT_EQ(gHost.log.find("text.vyp"), std::string::npos) << gHost.log;
+  const std::string plugins = "Resources/plugins/";
+  EXPECT_EQ(asked, (std::vector<std::string>{plugins + "PluginAdmin/64/lin.vyp", plugins + "text.vyp",
+                                             plugins + "zulu.vyp", plugins + "both/64/lin.vyp",
+                                             plugins + "both/lin.vyp", "Aircraft/plugins/gauges/64/lin.vyp",
+                                             "Aircraft/plugins/radio/64/lin.vyp"}));
+
+  VYRASetModuleFilter(nullptr, nullptr);
+  VYRAReloadPlugins();
+  Pass();
+  EXPECT_NE(Id("radio"), VYRA_NO_PLUGIN);
+}

@@ -1,9 +1,11 @@
 // Commands: what plugins hold, whose handlers are called in which order, and what handlers and the host may
 // do to both meanwhile.
 #include <string>
+#include <utility>
 
 #include "PluginFixture.h"
 #include "VYRAUtilitiesCommands.h"
+#include "VYRAWatch.h"
 
 namespace {
 
@@ -240,6 +242,24 @@ TEST_F(Commands, HostMayChangeWhatIsHeldWhileItIsToldOfIt) {
   VYRACommandCleanupHook(1);
   EXPECT_EQ(told, "1618") << "the one that was pressed again is ended again";
   EXPECT_TRUE(gCommandMap.empty());
+}
+
+TEST_F(Commands, HostSeesTheHandlersInTheOrderOfTheirCalls) {
+  Handler first{'a'};
+  Handler second{'b'};
+  for (const auto& [plugin, handler] :
+       {std::pair(AddPlugin("a"), &first), std::pair(AddPlugin("b"), &second)})
+    RunAs(plugin, [&, handler = handler] { AddOnBothSides({handler}); });
+  RunAs(1, [&] { Remove(first, 0); });
+
+  VYRACommandHandlerInfo infos[3] = {};
+  ASSERT_EQ(VYRAGetCommandHandlers(kGear, infos, 2), 3) << "one has no room, and is counted";
+  EXPECT_EQ(infos[2].plugin, 0);
+  ASSERT_EQ(VYRAGetCommandHandlers(kGear, infos, 3), 3);
+  EXPECT_EQ(std::pair(infos[0].plugin, infos[0].isBefore), std::pair(2, 1));
+  EXPECT_EQ(std::pair(infos[1].plugin, infos[1].isBefore), std::pair(1, 1));
+  EXPECT_EQ(std::pair(infos[2].plugin, infos[2].isBefore), std::pair(2, 0));
+  EXPECT_EQ(VYRAGetCommandHandlers(Ref(11), nullptr, 0), 0);
 }
 
 }  // namespace

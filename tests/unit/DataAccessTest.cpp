@@ -4,6 +4,7 @@
 #include "PluginFixture.h"
 #include "VYRADataAccessInternal.h"
 #include "VYRALoaderLifecycle.h"
+#include "VYRAWatch.h"
 
 namespace {
 
@@ -205,6 +206,24 @@ TEST_F(DataAccess, AccessorMayUnregisterItsDatarefAndPublishMoreWhileItIsRead) {
   });
   EXPECT_EQ(VYRAGetDatai(self), 9);
   EXPECT_EQ(VYRAGetDatai(self), 0);
+}
+
+TEST_F(DataAccess, HostSeesWhatIsPublishedByWhomInTheOrderOfNames) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  Publish("test/b", VYRA_TYPE_INT | VYRA_TYPE_FLOAT, 1);
+  RunAs(plugin, [] { Publish("test/a", VYRA_TYPE_DATA, 0); });
+  VYRAUnregisterDataAccessor(Publish("test/aa", VYRA_TYPE_INT, 1));
+
+  VYRADataRefInfo infos[2] = {};
+  ASSERT_EQ(VYRAGetDataRefs(infos, 1), 2) << "one has no room, and is counted";
+  EXPECT_EQ(infos[1].name, nullptr);
+  ASSERT_EQ(VYRAGetDataRefs(infos, 2), 2);
+  EXPECT_STREQ(infos[0].name, "test/a");
+  EXPECT_EQ(std::tuple(infos[0].types, infos[0].isWritable, infos[0].owner),
+            std::tuple(VYRA_TYPE_DATA, 0, plugin));
+  EXPECT_STREQ(infos[1].name, "test/b");
+  EXPECT_EQ(std::tuple(infos[1].types, infos[1].isWritable, infos[1].owner),
+            std::tuple(VYRA_TYPE_INT | VYRA_TYPE_FLOAT, 1, VYRA_HOST_PLUGIN));
 }
 
 }  // namespace

@@ -3,7 +3,11 @@
 #include "VYRALoaderLifecycle.h"
 
 #include "PluginFixture.h"
+#include "VYRACamera.h"
 #include "VYRADataAccess.h"
+#include "VYRADisplayInternal.h"
+#include "VYRAHost.h"
+#include "VYRAPlanes.h"
 #include "VYRAProcessing.h"
 #include "VYRAProcessingInternal.h"
 #include "VYRAScenery.h"
@@ -55,6 +59,38 @@ TEST_F(Lifecycle, RefusalLeavesAPluginDisabledAndIsAskedAgain) {
   EXPECT_EQ(VYRAEnablePlugin(plugin), 1);
   EXPECT_EQ(VYRAEnablePlugin(plugin), 1);
   EXPECT_EQ(trace, (Lines{"asked 1", "asked 1"}));
+}
+
+TEST_F(Lifecycle, NothingThatAPluginTakesBackInItsLastCallsIsHeldAfterThem) {
+  static VYRAWindowID window = nullptr;
+  static VYRACameraControl_f control = nullptr;
+  static const auto takeAll = [](const char* call) {
+    trace.emplace_back(call);
+    VYRATakeKeyboardFocus(window);
+    VYRAMouseClickHook(5, 5, 1);
+    VYRAControlCamera(2, control, nullptr);
+    VYRAAcquirePlanes(nullptr, nullptr, nullptr);
+    if (trace.size() > 1) throw 1;
+  };
+  control = [](VYRACameraPosition*, int, void*) { return takeAll("camera"), 1; };
+  const VYRAPluginID plugin = AddPlugin("a");
+  Record(plugin).disable = [] { takeAll("disable"); };
+  RunAs(plugin, [] {
+    window = VYRACreateWindow(
+        0, 10, 10, 0, 1, nullptr, [](VYRAWindowID, char, int, char, void*, int) { takeAll("focus"); },
+        [](VYRAWindowID, int, int, int status, void*) {
+          if (status == VYRA_MOUSE_UP) takeAll("mouse");
+          return 1;
+        },
+        nullptr);
+    takeAll("start");
+  });
+  EXPECT_THROW(VYRADisablePlugin(plugin), int);
+  EXPECT_EQ(trace, (Lines{"start", "focus", "mouse", "camera", "disable"}));
+  EXPECT_EQ(gFocusWindow, nullptr);
+  EXPECT_EQ(gDragWindow, nullptr);
+  EXPECT_EQ(VYRAIsCameraBeingControlled(nullptr), 0);
+  EXPECT_EQ(RunAs(AddPlugin("b"), [] { return VYRAAcquirePlanes(nullptr, nullptr, nullptr); }), 1);
 }
 
 TEST_F(Lifecycle, PluginsThatEnableEachOtherWhileEnablingComeToAnEnd) {

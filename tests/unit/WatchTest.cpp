@@ -29,6 +29,7 @@ std::vector<Call> RunningCalls() {
   VYRARunningCall calls[VYRA_MOST_RUNNING_CALLS];
   const int count = VYRAGetRunningCalls(calls, VYRA_MOST_RUNNING_CALLS);
   std::vector<Call> running;
+  running.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) running.emplace_back(calls[i].plugin, calls[i].kind, calls[i].signature);
   return running;
 }
@@ -103,6 +104,20 @@ TEST_F(WatchTest, DeepestCallsAreKeptWhenThereAreTooMany) {
   EXPECT_EQ(gSeen[1], Call(1, VYRA_CALL_MESSAGE, "first"));
   // On the way back the running call is known again, whatever deeper ones wrote over.
   EXPECT_EQ(gSeen.back(), Call(0, 1, ""));
+}
+
+TEST_F(WatchTest, NobodyRunsBetweenTheCallsOfAWalkAndInRefusedOnes) {
+  VYRARegistrySetEnabled(2, false);
+  StDispatchWalk walk(VYRA_CALL_FLIGHT_LOOP);
+  EXPECT_TRUE(walk(1));
+  EXPECT_EQ(RunningCalls().size(), 1U);
+  walk.Ended();
+  EXPECT_TRUE(RunningCalls().empty());
+  EXPECT_FALSE(walk(2));
+  EXPECT_TRUE(RunningCalls().empty());
+  const StDispatchCallback refused(2, VYRA_CALL_MESSAGE);
+  EXPECT_FALSE(refused());
+  EXPECT_TRUE(RunningCalls().empty());
 }
 
 TEST_F(WatchTest, SignalHandlersAndThreadsMayAsk) {

@@ -5,7 +5,10 @@
 
 #include "PluginFixture.h"
 #include "VYRADisplayInternal.h"
+#include "VYRAHost.h"
+#include "VYRAHostServices.h"
 #include "VYRALoaderLifecycle.h"
+#include "VYRAWatch.h"
 
 namespace {
 
@@ -293,25 +296,35 @@ TEST_F(Windows, WhatChangesAfterACallbackChangesWhenItThrowsToo) {
   EXPECT_EQ(gDragWindow, nullptr);
 }
 
-TEST_F(Windows, PluginThatThrowsInEachOfItsLastCallsIsDisabledAfterAsManyTries) {
+TEST_F(Windows, PluginThatThrowsInEachOfItsLastCallsGetsThemAllAndIsDisabled) {
   const VYRAPluginID plugin = AddPlugin("p");
   RunAs(plugin, [&] { Open(a); });
   VYRATakeKeyboardFocus(a.id);
   VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
   a.action = [](Pane&, const std::string&) { throw 1; };
-  for (int call = 0; call < 2; ++call) EXPECT_THROW(VYRADisablePlugin(plugin), int);
-  VYRADisablePlugin(plugin);
+  EXPECT_THROW(VYRADisablePlugin(plugin), int);
   EXPECT_EQ(Traced(), "a:mouse1 a:losesAll a:mouse3 ");
   EXPECT_EQ(VYRAIsPluginEnabled(plugin), 0);
 }
 
-TEST_F(Windows, FocusThatIsTakenBackInTheLastReleaseIsLostAllTheSame) {
+TEST_F(Windows, HostThatThrowsWhenAskedForTheMouseDoesNotKeepItThere) {
   const VYRAPluginID plugin = AddPlugin("p");
   RunAs(plugin, [&] { Open(a); });
   VYRADisplayMouseClickHook(5, 5, VYRA_MOUSE_DOWN);
-  a.action = [](Pane& self, const std::string&) { VYRATakeKeyboardFocus(self.id); };
-  VYRADisablePlugin(plugin);
-  EXPECT_EQ(gFocusWindow, nullptr);
+  gHost.services.GetMouseLocation = [](int*, int*, int) { throw 1; };
+  EXPECT_THROW(VYRADisablePlugin(plugin), int);
+  EXPECT_EQ(VYRAIsPluginEnabled(plugin), 0);
+  EXPECT_EQ(gDragWindow, nullptr);
+}
+
+TEST_F(Windows, WindowOfTheHostHoldsTheMouseBeforeTheStart) {
+  VYRARegistryClear();
+  gHooks = nullptr;
+  Open(a);
+  VYRAMouseClickHook(5, 5, 1);
+  VYRADoDrawingHook(20, 0);
+  VYRAMouseClickHook(50, 50, 0);
+  EXPECT_EQ(Traced(), "a:mouse1 a:draw a:mouse3 ");
 }
 
 TEST_F(Windows, MouseThatChangedHandsWhileTheHostWasAskedForItStaysThere) {
@@ -402,6 +415,51 @@ TEST_F(Windows, WindowNeedsNoCallbacks) {
   EXPECT_EQ(VYRADisplayKeyPressHook('k', 0, 'K'), 0);
   VYRATakeKeyboardFocus(nullptr);
   EXPECT_EQ(gFocusWindow, nullptr);
+}
+
+TEST_F(Windows, HostSeesThemFrontToBackWithWhoHasFocusAndMouse) {
+  const VYRAPluginID plugin = AddPlugin("p");
+  Open(a, 1, 2);
+  RunAs(plugin, [&] { Open(b, 30, 40); });
+  Open(c, 0, 0, 0);
+  VYRATakeKeyboardFocus(a.id);
+  VYRADisplayMouseClickHook(35, 45, VYRA_MOUSE_DOWN);
+
+  std::array<VYRAWindowInfo, 2> infos{};
+  ASSERT_EQ(VYRAGetWindows(infos.data(), 2), 3) << "one has no room, and is counted";
+  EXPECT_EQ(infos[0].window, c.id);
+  EXPECT_EQ(infos[0].isShown, 0);
+  EXPECT_EQ(infos[1].window, b.id);
+  EXPECT_EQ(infos[1].plugin, plugin);
+  EXPECT_EQ((std::array{infos[1].left, infos[1].top, infos[1].right, infos[1].bottom}),
+            (std::array{30, 50, 40, 40}));
+  EXPECT_EQ((std::array{infos[1].isShown, infos[1].hasKeyboardFocus, infos[1].holdsMouse}),
+            (std::array{1, 0, 1}));
+
+  VYRADestroyWindow(c.id);
+  VYRADisablePlugin(plugin);
+  ASSERT_EQ(VYRAGetWindows(infos.data(), 2), 2);
+  EXPECT_EQ((std::array{infos[0].isShown, infos[0].holdsMouse}), (std::array{0, 0}));
+  EXPECT_EQ((std::array{infos[1].isShown, infos[1].hasKeyboardFocus}), (std::array{1, 1}));
+  EXPECT_EQ(VYRAGetWindows(nullptr, 0), 2);
+}
+
+TEST_F(Windows, HostKnowsWhichWindowIsDrawnAlsoAfterOneThrew) {
+  static std::vector<VYRAWindowID> drawn;
+  drawn.clear();
+  const auto note = [](Pane&, const std::string&) { drawn.push_back(VYRAGetDrawnWindow()); };
+  a.action = note;
+  b.action = [](Pane& self, const std::string& what) {
+    drawn.push_back(VYRAGetDrawnWindow());
+    if (what == "draw" && drawn.size() > 2) throw self.name;
+  };
+  Open(a);
+  Open(b);
+  VYRADisplayDrawWindows();
+  EXPECT_EQ(drawn, (std::vector{a.id, b.id}));
+  EXPECT_EQ(VYRAGetDrawnWindow(), nullptr);
+  EXPECT_THROW(VYRADisplayDrawWindows(), char);
+  EXPECT_EQ(VYRAGetDrawnWindow(), nullptr);
 }
 
 TEST_F(Windows, GeometryAndRefconAreKeptAsGiven) {
