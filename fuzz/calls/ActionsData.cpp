@@ -1,4 +1,5 @@
 // Datarefs, shared data and flight loops.
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -23,12 +24,10 @@ void Publish(Plugin& self) {
   r.which = which;
   static constexpr Callbacks kNone = {};
   const Callbacks& given = gInput.OneIn(10) ? kNone : self.callbacks;
-  r.handle = Do("VYRARegisterDataAccessor", [&] {
-    return VYRARegisterDataAccessor(name.c_str(), gInput.Int(), gInput.OneIn(4) ? 0 : 1, given.readInt,
-                                    given.writeInt, given.readFloat, given.writeFloat, given.readDouble,
-                                    given.writeDouble, given.readInts, given.writeInts, given.readFloats,
-                                    given.writeFloats, given.readData, given.writeData, &r, &r);
-  });
+  r.handle = Do<VYRARegisterDataAccessor>(
+      name.c_str(), gInput.Int(), gInput.OneIn(4) ? 0 : 1, given.readInt, given.writeInt, given.readFloat,
+      given.writeFloat, given.readDouble, given.writeDouble, given.readInts, given.writeInts,
+      given.readFloats, given.writeFloats, given.readData, given.writeData, &r, &r);
   if (!isFree) return;
   gBook.Added(r);
   gBook.dataRefs[static_cast<std::size_t>(which)] = &r;
@@ -37,45 +36,10 @@ void Publish(Plugin& self) {
 void Unpublish(Plugin& self) {
   const auto dataRef = static_cast<VYRADataRef>(gBook.AnyHandle(Family::dataRef));
   const Registration* const last = gBook.Last(Family::dataRef, dataRef);
-  Do("VYRAUnregisterDataAccessor", [&] { VYRAUnregisterDataAccessor(dataRef); });
+  Do<VYRAUnregisterDataAccessor>(dataRef);
   if (last == nullptr) return;
   Registration*& current = gBook.dataRefs[static_cast<std::size_t>(last->which)];
   if (current != nullptr && current->owner == &self) std::exchange(current, nullptr)->gone = true;
-}
-
-// A handle that the library gave out, or null: it trusts readers and writers.
-VYRADataRef IssuedDataRef() {
-  const Registration* const r = gBook.Any(Family::dataRef);
-  return r != nullptr ? static_cast<VYRADataRef>(const_cast<void*>(r->handle)) : nullptr;
-}
-
-void ReadDataRef(Plugin&) {
-  const VYRADataRef dataRef = IssuedDataRef();
-  const int kind = gInput.Below(6);
-  const int offset = gInput.Int();
-  const int max = gInput.Int();
-  Do("VYRAGetData", [&] {
-    if (kind == 0) VYRAGetDatai(dataRef);
-    if (kind == 1) VYRAGetDataf(dataRef);
-    if (kind == 2) VYRAGetDatad(dataRef);
-    if (kind == 3) VYRAGetDatavi(dataRef, nullptr, offset, max);
-    if (kind == 4) VYRAGetDatavf(dataRef, nullptr, offset, max);
-    if (kind == 5) VYRAGetDatab(dataRef, nullptr, offset, max);
-  });
-}
-
-void WriteDataRef(Plugin&) {
-  const VYRADataRef dataRef = IssuedDataRef();
-  const int kind = gInput.Below(6);
-  const int value = gInput.Int();
-  Do("VYRASetData", [&] {
-    if (kind == 0) VYRASetDatai(dataRef, value);
-    if (kind == 1) VYRASetDataf(dataRef, gInput.Float());
-    if (kind == 2) VYRASetDatad(dataRef, gInput.Float());
-    if (kind == 3) VYRASetDatavi(dataRef, nullptr, value, 1);
-    if (kind == 4) VYRASetDatavf(dataRef, nullptr, value, 1);
-    if (kind == 5) VYRASetDatab(dataRef, nullptr, value, 1);
-  });
 }
 
 void AskDataRef(Plugin&) {
@@ -99,9 +63,7 @@ void Share(Plugin& self) {
   Registration& r = gBook.RegisterAgain(Family::subscription, self);
   if (r.gone) r.which = gInput.Below(static_cast<int>(std::size(kTypes)));
   const int type = gInput.OneIn(8) ? gInput.Int() : kTypes[r.which];
-  const int result = Do("VYRAShareData", [&] {
-    return VYRAShareData(NameOfItem(r.which).c_str(), type, self.callbacks.changed, &r);
-  });
+  const int result = Do<VYRAShareData>(NameOfItem(r.which).c_str(), type, self.callbacks.changed, &r);
   Require(result == (type == kTypes[r.which] ? 1 : 0),
           "an item is shared as of another type, or refused as of its own");
   if (result != 0) gBook.Added(r);
@@ -110,9 +72,8 @@ void Share(Plugin& self) {
 void Unshare(Plugin& self) {
   Registration* const r = gBook.Any(Family::subscription);
   if (r == nullptr) return;
-  const int result = Do("VYRAUnshareData", [&] {
-    return VYRAUnshareData(NameOfItem(r->which).c_str(), kTypes[r->which], r->owner->callbacks.changed, r);
-  });
+  const int result =
+      Do<VYRAUnshareData>(NameOfItem(r->which).c_str(), kTypes[r->which], r->owner->callbacks.changed, r);
   const bool isOwn = r->owner == &self && !r->gone;
   Require(!self.IsSettled() || result == (isOwn ? 1 : 0),
           "a subscription ends that is another's, or not at all");
@@ -123,7 +84,7 @@ void WriteItem(Plugin&) {
   const int which = gInput.Below(static_cast<int>(std::size(kTypes)));
   const VYRADataRef item = VYRAFindDataRef(NameOfItem(which).c_str());
   double values[16] = {};
-  const int offset = gInput.Int();
+  const int offset = std::min(gInput.Int(), 1 << 20);  // the items stay, with the memory that they have got
   const int count = 1 + gInput.Below(16);
   Call call("write shared");
   for (const Registration* r : gBook.Of(Family::subscription)) {
@@ -156,7 +117,7 @@ void CreateLoop(Plugin& self) {
   const VYRAFlightLoopParams params = {gInput.OneIn(16) ? 8 : static_cast<int>(sizeof(params)), r.which,
                                        hasCallback ? self.callbacks.flightLoop : nullptr, &r};
   const int cycle = VYRAGetCycleNumber();
-  r.handle = Do("VYRACreateFlightLoop", [&] { return VYRACreateFlightLoop(&params); });
+  r.handle = Do<VYRACreateFlightLoop>(&params);
   r.lastTime = gHost.time;
   r.lastCycle = cycle;
   r.known = hasCallback && cycle == VYRAGetCycleNumber();
@@ -170,8 +131,7 @@ void RegisterLoop(Plugin& self) {
   r.which = 0;
   const float interval = gInput.Float();
   const int cycle = VYRAGetCycleNumber();
-  Do("VYRARegisterFlightLoopCallback",
-     [&] { VYRARegisterFlightLoopCallback(self.callbacks.flightLoop, interval, &r); });
+  Do<VYRARegisterFlightLoopCallback>(self.callbacks.flightLoop, interval, &r);
   r.interval = interval;
   r.lastTime = gHost.time;
   r.lastCycle = cycle;
@@ -195,7 +155,7 @@ Registration* FindOwnLoop(const Plugin& self, VYRAFlightLoopID handle) {
   for (Registration* loop : gBook.Of(Family::flightLoop)) {
     if (loop->handle != nullptr || loop->owner != &self) continue;
     loop->known = false;
-    loop->most = 2;  // so that it stays unknown
+    loop->most = std::max(loop->most, 2);  // so that it stays unknown
     ++loop->touched;
   }
   return nullptr;
@@ -206,7 +166,7 @@ void ScheduleLoop(Plugin& self) {
   Registration* const r = FindOwnLoop(self, handle);
   const float interval = gInput.Float();
   const int relativeToNow = gInput.Below(2);
-  Do("VYRAScheduleFlightLoop", [&] { VYRAScheduleFlightLoop(handle, interval, relativeToNow); });
+  Do<VYRAScheduleFlightLoop>(handle, interval, relativeToNow);
   if (r != nullptr) Reschedule(*r, interval, relativeToNow != 0);
 }
 
@@ -215,8 +175,7 @@ void SetInterval(Plugin&) {
   if (r == nullptr) return;
   const float interval = gInput.Float();
   const int relativeToNow = gInput.Below(2);
-  Do("VYRASetFlightLoopCallbackInterval",
-     [&] { VYRASetFlightLoopCallbackInterval(r->owner->callbacks.flightLoop, interval, relativeToNow, r); });
+  Do<VYRASetFlightLoopCallbackInterval>(r->owner->callbacks.flightLoop, interval, relativeToNow, r);
   Reschedule(*r, interval, relativeToNow != 0);
 }
 
@@ -224,23 +183,33 @@ void DestroyLoop(Plugin& self) {
   const auto handle = static_cast<VYRAFlightLoopID>(gBook.AnyHandle(Family::flightLoop));
   Registration* const r = FindOwnLoop(self, handle);
   if (r != nullptr) Book::Removed(*r);
-  Do("VYRADestroyFlightLoop", [&] { VYRADestroyFlightLoop(handle); });
+  Do<VYRADestroyFlightLoop>(handle);
 }
 
 void UnregisterLoop(Plugin&) {
   Registration* const r = gBook.Any(Family::flightLoop);
   if (r == nullptr) return;
   if (!r->gone) Book::Removed(*r);
-  Do("VYRAUnregisterFlightLoopCallback",
-     [&] { VYRAUnregisterFlightLoopCallback(r->owner->callbacks.flightLoop, r); });
+  Do<VYRAUnregisterFlightLoopCallback>(r->owner->callbacks.flightLoop, r);
 }
 
-const Action kActions[] = {Publish,      Publish,     Unpublish,   ReadDataRef,   ReadDataRef,  WriteDataRef,
-                           AskDataRef,   Share,       Share,       Unshare,       WriteItem,    WriteItem,
-                           ReadItem,     CreateLoop,  CreateLoop,  RegisterLoop,  RegisterLoop, ScheduleLoop,
-                           ScheduleLoop, SetInterval, DestroyLoop, UnregisterLoop};
+// clang-format off
+const Action kActions[] = {
+    Publish, Publish, Publish, Unpublish, AskDataRef, Share, Share, Share, Unshare, WriteItem, WriteItem,
+    WriteItem, ReadItem, CreateLoop, CreateLoop, CreateLoop, RegisterLoop, RegisterLoop, RegisterLoop,
+    ScheduleLoop, ScheduleLoop, ScheduleLoop, SetInterval, SetInterval, DestroyLoop, UnregisterLoop,
+    kAny<VYRAGetDatai>, kAny<VYRAGetDataf>, kAny<VYRAGetDatad>, kAny<VYRAGetDatavi>, kAny<VYRAGetDatavf>,
+    kAny<VYRAGetDatab>, kAny<VYRASetDatai>, kAny<VYRASetDataf>, kAny<VYRASetDatad>, kAny<VYRASetDatavi>,
+    kAny<VYRASetDatavf>, kAny<VYRASetDatab>};
+// clang-format on
 
 }  // namespace
+
+// A handle that the library gave out, or null: it trusts readers and writers.
+VYRADataRef IssuedDataRef() {
+  const Registration* const r = gBook.Any(Family::dataRef);
+  return r != nullptr ? static_cast<VYRADataRef>(const_cast<void*>(r->handle)) : nullptr;
+}
 
 const ActionList kDataActions = {kActions, std::size(kActions)};
 

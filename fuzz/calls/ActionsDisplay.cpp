@@ -61,11 +61,9 @@ void CreateWindow(Plugin& self) {
                                          gInput.OneIn(4) ? nullptr : callbacks.windowCursor,
                                          callbacks.windowWheel,
                                          &r};
-  r.handle = Do("VYRACreateWindowEx", [&] { return VYRACreateWindowEx(&params); });
+  r.handle = Do<VYRACreateWindowEx>(&params);
   if (r.handle != nullptr) gBook.Added(r);
 }
-
-VYRAWindowID AnyWindow() { return static_cast<VYRAWindowID>(gBook.AnyHandle(Family::window)); }
 
 // The registration of a window that the library knows, whether or not it was destroyed during a walk.
 Registration* Known(VYRAWindowID window) {
@@ -73,7 +71,7 @@ Registration* Known(VYRAWindowID window) {
 }
 
 void DestroyWindow(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
+  const VYRAWindowID window = AnyHandle<VYRAWindowID>(Family::window);
   Registration* const r = Known(window);
   const struct StGone {
     Registration* r;
@@ -84,41 +82,22 @@ void DestroyWindow(Plugin&) {
       ++r->touched;
     }
   } gone{r};
-  Do("VYRADestroyWindow", [&] { VYRADestroyWindow(window); });
+  Do<VYRADestroyWindow>(window);
 }
 
 void BringToFront(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
+  const VYRAWindowID window = AnyHandle<VYRAWindowID>(Family::window);
   Registration* const r = Known(window);
-  Do("VYRABringWindowToFront", [&] { VYRABringWindowToFront(window); });
+  Do<VYRABringWindowToFront>(window);
   if (r != nullptr && r->gone) r->revived = true;
 }
 
-void TakeFocus(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
-  Do("VYRATakeKeyboardFocus", [&] { VYRATakeKeyboardFocus(window); });
-}
-
-void ShowOrHide(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
-  Do("VYRASetWindowIsVisible", [&] { VYRASetWindowIsVisible(window, gInput.Below(2)); });
-}
-
-void MoveWindow(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
-  int left = 0;
-  Do("VYRAGetWindowGeometry", [&] { VYRAGetWindowGeometry(window, &left, nullptr, nullptr, nullptr); });
-  Do("VYRASetWindowGeometry",
-     [&] { VYRASetWindowGeometry(window, left, gInput.Int(), gInput.Int(), gInput.Int()); });
-}
-
 void AskWindow(Plugin&) {
-  const VYRAWindowID window = AnyWindow();
+  const VYRAWindowID window = AnyHandle<VYRAWindowID>(Family::window);
   Registration* const r = gBook.Last(Family::window, window);
   void* const refcon = VYRAGetWindowRefCon(window);
   Require(refcon == nullptr || refcon == r, "a window has another's refcon");
-  Do("VYRASetWindowRefCon", [&] { VYRASetWindowRefCon(window, r); });
-  Do("VYRAIsWindowInFront", [&] { VYRAIsWindowInFront(window); });
+  Do<VYRASetWindowRefCon>(window, r);
 }
 
 // ---- Hot keys -----------------------------------------------------------------------------------------
@@ -126,21 +105,14 @@ void AskWindow(Plugin&) {
 void RegisterHotKey(Plugin& self) {
   Registration& r = gBook.Register(Family::hotKey, self);
   const char key = static_cast<char>('A' + gInput.Below(3));
-  r.handle = Do("VYRARegisterHotKey", [&] {
-    return VYRARegisterHotKey(key, gInput.Below(2), gInput.Text(), self.callbacks.hotKey, &r);
-  });
+  r.handle = Do<VYRARegisterHotKey>(key, gInput.Below(2), gInput.Text(), self.callbacks.hotKey, &r);
   gBook.Added(r);
-}
-
-VYRAHotKeyID AnyHotKey() {
-  return gInput.OneIn(4) ? VYRAGetNthHotKey(gInput.Int())
-                         : static_cast<VYRAHotKeyID>(gBook.AnyHandle(Family::hotKey));
 }
 
 void UnregisterHotKey(Plugin&) {
   const VYRAHotKeyID hotKey = AnyHotKey();
   if (Registration* r = gBook.Find(Family::hotKey, hotKey)) Book::Removed(*r);
-  Do("VYRAUnregisterHotKey", [&] { VYRAUnregisterHotKey(hotKey); });
+  Do<VYRAUnregisterHotKey>(hotKey);
 }
 
 void AskHotKey(Plugin&) {
@@ -150,7 +122,6 @@ void AskHotKey(Plugin&) {
   VYRAGetHotKeyInfo(hotKey, nullptr, nullptr, description, &owner);
   const Registration* const r = gBook.Find(Family::hotKey, hotKey);
   Require(r == nullptr || !r->owner->IsSettled() || owner == r->owner->id, "a hot key is another plugin's");
-  Do("VYRASetHotKeyCombination", [&] { VYRASetHotKeyCombination(hotKey, 'B', gInput.Below(2)); });
 }
 
 // ---- The camera ---------------------------------------------------------------------------------------
@@ -160,46 +131,36 @@ void ControlCamera(Plugin& self) {
   const bool asks = !gInput.OneIn(16);
   gBook.Added(r);
   gBook.camera = asks ? &r : nullptr;
-  Do("VYRAControlCamera",
-     [&] { VYRAControlCamera(gInput.Below(3), asks ? self.callbacks.camera : nullptr, &r); });
+  Do<VYRAControlCamera>(gInput.Below(3), asks ? self.callbacks.camera : nullptr, &r);
 }
 
 void DontControlCamera(Plugin&) {
   gBook.camera = nullptr;
-  Do("VYRADontControlCamera", [] { VYRADontControlCamera(); });
+  Do<VYRADontControlCamera>();
 }
 
-void ReadCamera(Plugin&) {
-  VYRACameraPosition position;
-  Do("VYRAReadCameraPosition", [&] { VYRAReadCameraPosition(gInput.OneIn(8) ? nullptr : &position); });
-  VYRAIsCameraBeingControlled(nullptr);
+void ShowOrHide(Plugin&) {
+  Do<VYRASetWindowIsVisible>(AnyHandle<VYRAWindowID>(Family::window), gInput.Below(2));
 }
 
-const Action kActions[] = {RegisterByValue<Family::draw, AddDraw>,
-                           RegisterByValue<Family::draw, AddDraw>,
-                           UnregisterByValue<Family::draw, RemoveDraw>,
-                           RegisterByValue<Family::sniffer, AddSniffer>,
-                           UnregisterByValue<Family::sniffer, RemoveSniffer>,
-                           CreateWindow,
-                           CreateWindow,
-                           CreateWindow,
-                           DestroyWindow,
-                           DestroyWindow,
-                           BringToFront,
-                           TakeFocus,
-                           TakeFocus,
-                           ShowOrHide,
-                           MoveWindow,
-                           AskWindow,
-                           RegisterHotKey,
-                           RegisterHotKey,
-                           UnregisterHotKey,
-                           AskHotKey,
-                           ControlCamera,
-                           DontControlCamera,
-                           ReadCamera};
+// clang-format off
+const Action kActions[] = {
+    RegisterByValue<Family::draw, AddDraw>, RegisterByValue<Family::draw, AddDraw>,
+    UnregisterByValue<Family::draw, RemoveDraw>, RegisterByValue<Family::sniffer, AddSniffer>,
+    UnregisterByValue<Family::sniffer, RemoveSniffer>, CreateWindow, CreateWindow, CreateWindow, DestroyWindow,
+    DestroyWindow, BringToFront, kAny<VYRATakeKeyboardFocus>, kAny<VYRATakeKeyboardFocus>, ShowOrHide, AskWindow,
+    kAny<VYRAGetWindowGeometry>, kAny<VYRASetWindowGeometry>, kAny<VYRAGetWindowIsVisible>,
+    kAny<VYRAIsWindowInFront>, kAny<VYRAGetScreenSize>, kAny<VYRAGetMouseLocation>, RegisterHotKey,
+    RegisterHotKey, UnregisterHotKey, AskHotKey, kAny<VYRASetHotKeyCombination>, kAny<VYRACountHotKeys>,
+    ControlCamera, DontControlCamera, kAny<VYRAReadCameraPosition>, kAny<VYRAIsCameraBeingControlled>};
+// clang-format on
 
 }  // namespace
+
+VYRAHotKeyID AnyHotKey() {
+  return gInput.OneIn(4) ? VYRAGetNthHotKey(gInput.Int())
+                         : static_cast<VYRAHotKeyID>(gBook.AnyHandle(Family::hotKey));
+}
 
 const ActionList kDisplayActions = {kActions, std::size(kActions)};
 

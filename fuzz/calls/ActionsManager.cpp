@@ -18,12 +18,8 @@ VYRAPluginID AnyID() {
 
 void EnablePlugin(Plugin&) {
   const VYRAPluginID id = AnyID();
-  const int result = Do("VYRAEnablePlugin", [&] { return VYRAEnablePlugin(id); });
+  const int result = Do<VYRAEnablePlugin>(id);
   Require(result == 0 || VYRAIsPluginEnabled(id) != 0, "a plugin counts as enabled that is not");
-}
-
-void DisablePlugin(Plugin&) {
-  Do("VYRADisablePlugin", [] { VYRADisablePlugin(AnyID()); });
 }
 
 void SendMessage(Plugin&) {
@@ -40,23 +36,19 @@ void SendMessage(Plugin&) {
 void AskPlugins(Plugin&) {
   char texts[4][VYRA_PLUGIN_INFO_SIZE];
   VYRAGetPluginInfo(AnyID(), texts[0], texts[1], texts[2], texts[3]);
-  VYRAFindPluginByPath(gInput.Text());
-  VYRAFindPluginBySignature(gInput.Text());
-  VYRAIsPluginEnabled(gInput.Int());
   Require(VYRADebugGetCurrentPluginName() != nullptr, "a plugin has no name");
-  Do("VYRADebugString", [] { VYRADebugString(gInput.Text()); });
+  Require(VYRAGetVirtualKeyDescription(static_cast<char>(gInput.Byte())) != nullptr, "a key has no name");
 }
 
 void UseFeatures(Plugin& self) {
   const int value = gInput.Below(3);
-  Do("VYRAEnableFeature", [&] { VYRAEnableFeature(VYRA_FEATURE_WANTS_REFLECTIONS, value); });
+  Do<VYRAEnableFeature>(VYRA_FEATURE_WANTS_REFLECTIONS, value);
   if (self.module != nullptr && self.IsSettled()) self.wantsReflections = value != 0;
-  Do("VYRAIsFeatureEnabled", [] { VYRAIsFeatureEnabled(gInput.Text()); });
 }
 
 void ListFeatures(Plugin& self) {
   Registration& r = gBook.Register(Family::enumeration, self);
-  Do("VYRAEnumerateFeatures", [&] { VYRAEnumerateFeatures(self.callbacks.found, &r); });
+  Do<VYRAEnumerateFeatures>(self.callbacks.found, &r);
 }
 
 void SetErrorCallback(Plugin& self) {
@@ -74,39 +66,35 @@ void ListFolder(Plugin&) {
                            nullptr, nullptr);
 }
 
-void AskPaths(Plugin&) {
-  char path[VYRA_PATH_SIZE];
-  Do("VYRAGetSystemPath", [&] { VYRAGetSystemPath(gInput.OneIn(8) ? nullptr : path); });
-  const char* const text = gInput.Text();
-  std::string copy = text != nullptr ? text : "";
-  VYRAExtractFileAndPath(copy.data());
-  Do("VYRALoadDataFile", [&] { VYRALoadDataFile(gInput.Int(), text); });
-  Do("VYRASaveDataFile", [&] { VYRASaveDataFile(gInput.Int(), text); });
-}
-
 void UseButtons(Plugin&) {
   const int button = gInput.Int();
   if (!gInput.OneIn(3)) {
     gBook.buttons.push_back(button);
-    Do("VYRACommandButtonPress", [&] { VYRACommandButtonPress(button); });
+    Do<VYRACommandButtonPress>(button);
   } else {
-    Do("VYRACommandButtonRelease", [&] { VYRACommandButtonRelease(button); });
+    Do<VYRACommandButtonRelease>(button);
   }
-}
-
-void AskHost(Plugin&) {
-  int version = 0;
-  Do("VYRAGetVersions", [&] { VYRAGetVersions(nullptr, &version, nullptr); });
-  Do("VYRAFindSymbol", [] { VYRAFindSymbol(gInput.Text()); });
-  Require(VYRAGetVirtualKeyDescription(static_cast<char>(gInput.Byte())) != nullptr, "a key has no name");
 }
 
 void HostEvent(Plugin&) { gHost.Event(); }
 
-const Action kActions[] = {EnablePlugin,     EnablePlugin, EnablePlugin, DisablePlugin, DisablePlugin,
-                           SendMessage,      SendMessage,  AskPlugins,   UseFeatures,   ListFeatures,
-                           SetErrorCallback, ListFolder,   AskPaths,     UseButtons,    AskHost,
-                           HostEvent,        HostEvent,    HostEvent,    HostEvent};
+// A text of the plugin's own, which is cut in place.
+void ExtractFile(Plugin&) {
+  const char* const text = gInput.Text();
+  std::string copy = text != nullptr ? text : "";
+  VYRAExtractFileAndPath(copy.data());
+}
+
+// clang-format off
+const Action kActions[] = {
+    EnablePlugin, EnablePlugin, EnablePlugin, SendMessage, SendMessage, AskPlugins, UseFeatures, ListFeatures,
+    [](Plugin&) { Do<VYRADisablePlugin>(AnyID()); }, [](Plugin&) { Do<VYRADisablePlugin>(AnyID()); },
+    SetErrorCallback, ListFolder, ExtractFile, UseButtons, HostEvent, HostEvent, HostEvent, HostEvent,
+    kAny<VYRAFindPluginByPath>, kAny<VYRAFindPluginBySignature>, kAny<VYRAIsPluginEnabled>,
+    kAny<VYRADebugString>, kAny<VYRAIsFeatureEnabled>, kAny<VYRAGetSystemPath>, kAny<VYRAGetPrefsPath>,
+    kAny<VYRALoadDataFile>, kAny<VYRASaveDataFile>, kAny<VYRAGetVersions>, kAny<VYRAFindSymbol>,
+    kAny<VYRASpeakString>, kAny<VYRACommandKeyStroke>};
+// clang-format on
 
 }  // namespace
 

@@ -40,8 +40,7 @@ struct Plugin {
   bool enabling = false;
   bool enabled = false;
   bool stopping = false;
-  bool out = false;       // its start failed or refused, or its stop has ended
-  bool rejected = false;  // its start failed or refused
+  bool out = false;  // its start failed or refused, or its stop has ended
   bool closed = false;
   bool hasErrorCallback = false;
   bool wantsReflections = false;

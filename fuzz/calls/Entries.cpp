@@ -9,7 +9,6 @@
 #include "Actions.h"
 #include "Host.h"
 #include "Input.h"
-#include "Masks.h"
 
 namespace calls {
 
@@ -35,14 +34,6 @@ Registration& Enter(void* refcon, Family family, int stage = -1) {
           "an enabled plugin counts as disabled");
   Call* const call = gBook.call;
   if (stage >= 0) call->Enter(registration, stage);
-  if (!kLosersThrow && (family == Family::camera || family == Family::window)) {
-    try {
-      Acts(owner, 4);
-    } catch (const std::exception&) {
-    }
-    call->Left();
-    return registration;
-  }
   Acts(owner, 4);
   call->Left();
   if (registration.alwaysThrows || gInput.OneIn(20)) Throw(owner);
@@ -206,13 +197,17 @@ void EnterErrorCallback(Plugin& self) {
 
 // ---- The life of a module -----------------------------------------------------------------------------
 
-void Opened(Module& module) {
+Plugin& BeginLife(Module& module) {
   Plugin& self = gBook.Add(&module, *module.callbacks);
   self.isResident = module.isResident;
   module.plugin = &self;
   self.id = VYRAGetMyID();  // what it is to become
   Trace("  -> opened", &self);
-  if (!kConstructorsAct) return;
+  return self;
+}
+
+void Opened(Module& module) {
+  Plugin& self = BeginLife(module);
   try {
     Acts(self, 3);
   } catch (const std::exception&) {  // would end the process if it left a constructor
@@ -232,7 +227,8 @@ void Closing(Module& module) {
     if (registration.owner == &self) registration.gone = true;
   }
   const VYRAPluginID holder = VYRAFindPluginBySignature(self.signature.c_str());
-  Require(self.signature.empty() || holder != self.id || gBook.IsTaken(self.signature, self),
+  Require(self.signature.empty() || holder != self.id || gBook.IsTaken(self.signature, self) ||
+              gBook.interrupted != 0,
           "a module is closed while its plugin is on record");
 }
 
@@ -241,10 +237,9 @@ void CheckNewPlace(const Plugin& self) {
   Require(VYRAFindPluginByPath("brelund.skyvora.skyvora") == VYRA_HOST_PLUGIN,
           "a plugin starts where there is no host");
   for (const Plugin& other : gBook.plugins) {
-    if (&other == &self || other.id != self.id || other.closed || other.rejected || other.duplicate) {
-      continue;
-    }
-    Require(other.out && other.isResident && (other.module == self.module || other.module->inside == 0),
+    if (&other == &self || other.id != self.id || other.closed) continue;
+    const bool isOver = other.out || !other.started;
+    Require(isOver && (other.module->plugin != &other || other.module->inside == 0),
             "an ID is given out while the code of the plugin that had it may still run");
   }
 }
@@ -260,19 +255,12 @@ void Name(Plugin& self, char* outName, char* outSignature, char* outDescription)
 }
 
 void LifeActs(Plugin& self, Plugin::Function function) {
-  if (!kLivesThrow) {
-    try {
-      Acts(self, 5);
-    } catch (const std::exception&) {
-    }
-    return;
-  }
   Acts(self, 5);
   if ((self.alwaysThrows & (1U << function)) != 0 || gInput.OneIn(16)) Throw(self);
 }
 
 int Start(Module& module, char* outName, char* outSignature, char* outDescription) {
-  if (module.isResident && (module.plugin == nullptr || module.plugin->out)) Opened(module);
+  if (module.isResident && (module.plugin == nullptr || module.plugin->out)) BeginLife(module);
   Plugin& self = *module.plugin;
   Require(!self.started, "a module is started that runs already");
   self.id = VYRAGetMyID();
@@ -281,8 +269,7 @@ int Start(Module& module, char* outName, char* outSignature, char* outDescriptio
   self.started = true;
   Name(self, outName, outSignature, outDescription);
   const auto reject = [&] {
-    if (self.out) return;  // stopped already, by what its start led to
-    self.rejected = self.out = true;
+    self.out = true;
     self.enabled = false;
   };
   try {
@@ -349,42 +336,14 @@ void Error(Module& module, const char*) { EnterErrorCallback(*module.plugin); }
 
 }  // namespace
 
-const Driver kDriver = {{OnFlightLoop,
-                         OnDraw,
-                         OnSniffer,
-                         OnDrawWindow,
-                         OnWindowKey,
-                         OnWindowMouse,
-                         OnWindowCursor,
-                         OnWindowWheel,
-                         OnHotKey,
-                         OnCamera,
-                         OnMenu,
-                         OnCommand,
-                         OnPlanesReturned,
-                         OnObjectReady,
-                         OnChanged,
-                         OnFound,
-                         Read<int>,
-                         Write<int>,
-                         Read<float>,
-                         Write<float>,
-                         Read<double>,
-                         Write<double>,
-                         ReadValues<int>,
-                         WriteValues<int>,
-                         ReadValues<float>,
-                         WriteValues<float>,
-                         ReadValues<void>,
-                         WriteValues<void>},
-                        Opened,
-                        Closing,
-                        Start,
-                        Stop,
-                        Enable,
-                        Disable,
-                        Message,
-                        Error};
+// clang-format off
+const Driver kDriver = {
+    {OnFlightLoop, OnDraw, OnSniffer, OnDrawWindow, OnWindowKey, OnWindowMouse, OnWindowCursor, OnWindowWheel,
+     OnHotKey, OnCamera, OnMenu, OnCommand, OnPlanesReturned, OnObjectReady, OnChanged, OnFound, Read<int>,
+     Write<int>, Read<float>, Write<float>, Read<double>, Write<double>, ReadValues<int>, WriteValues<int>,
+     ReadValues<float>, WriteValues<float>, ReadValues<void>, WriteValues<void>},
+    Opened, Closing, Start, Stop, Enable, Disable, Message, Error};
+// clang-format on
 
 void Acts(Plugin& self, int most) {
   if (gBook.depth >= kDeepest) return;

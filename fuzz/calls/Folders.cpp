@@ -6,8 +6,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Masks.h"
-
 namespace fs = std::filesystem;
 
 namespace calls {
@@ -34,16 +32,15 @@ Folders::Folders() : maker(getpid()) {
     fs::copy_file(FUZZ_MODULE, At(plugins / name));
   }
   fs::copy_file(FUZZ_RESIDENT_MODULE, At(plugins / "resident.vyp"));
-  if (kModulesAreMetTwice) fs::create_symlink(plugins / "one.vyp", At(plugins / "linked.vyp"));
-  if (kModulesAreMetTwice) fs::create_hard_link(plugins / "two.vyp", At(plugins / "hard/lin.vyp"));
+  fs::create_symlink(plugins / "one.vyp", At(plugins / "linked.vyp"));
+  fs::create_hard_link(plugins / "two.vyp", At(plugins / "hard/lin.vyp"));
   std::ofstream(plugins / "text.vyp") << "This is no library.\n";
   const fs::path aircraft = root + "many/Aircraft/plugins";
   fs::copy_file(FUZZ_MODULE, At(aircraft / "flaps/lin.vyp"));
-  if (kModulesAreMetTwice)
-    fs::create_symlink(plugins / "three/64/lin.vyp", At(aircraft / "again/64/lin.vyp"));
+  fs::create_symlink(plugins / "three/64/lin.vyp", At(aircraft / "again/64/lin.vyp"));
   const fs::path scenery = root + "many/Scenery/plugins";
   fs::copy_file(FUZZ_MODULE, At(scenery / "hill/lin.vyp"));
-  if (kModulesAreMetTwice) fs::create_symlink(aircraft / "flaps/lin.vyp", At(scenery / "again/lin.vyp"));
+  fs::create_symlink(aircraft / "flaps/lin.vyp", At(scenery / "again/lin.vyp"));
   const fs::path few = root + "few/Resources/plugins";
   for (const char* name : {"one.vyp", "two/lin.vyp"}) fs::copy_file(FUZZ_MODULE, At(few / name));
 }

@@ -8,7 +8,6 @@
 #include "Actions.h"
 #include "Folders.h"
 #include "Input.h"
-#include "Masks.h"
 
 namespace calls {
 
@@ -18,13 +17,14 @@ namespace {
 
 constexpr int kDeepest = 9;
 
-// Runs what a service leads to, and keeps its exceptions in.
+// Runs what a service leads to. Some of its exceptions leave the service.
 template <class Function>
 void Contain(Function function) {
   try {
     function();
   } catch (const std::exception& failure) {
     Require(*failure.what() != '\0', "an exception is gone while it is handled");
+    if (gInput.OneIn(2)) throw;
   }
 }
 
@@ -51,7 +51,6 @@ float GetElapsedTime() {
 }
 
 void GetNthAircraftModel(int planeIndex, char* outPath, char* outFileName) {
-  if (planeIndex == 0) gHost.planeIsLoaded = 1;
   gHost.MayAct();
   std::snprintf(outPath, 256, "%s", planeIndex == 0 ? gFolders.PlanePath().c_str() : "");
   std::snprintf(outFileName, 256, "wing.acf");
@@ -85,8 +84,7 @@ template <int isBegin, int isEnd>
 void CommandPhase(VYRACommandRef command) {
   Call& call = *gBook.call;
   if (isBegin + isEnd == 0) Require(call.repeatsOwed-- > 0, "more commands are continued than were held");
-  if (gInput.OneIn(2))
-    Contain([&] { Do("command phase", [&] { VYRACommandHook(command, isBegin, isEnd, 1); }); });
+  if (gInput.OneIn(2)) Contain([&] { Do<VYRACommandHook>(command, isBegin, isEnd, 1); });
   gHost.MayAct();
 }
 
@@ -100,7 +98,7 @@ int CreateProbe() {
   return probe;
 }
 
-int ProbeTerrain(int probe, const float*, float*, float*, float*, int*) {
+int ProbeTerrainXYZ(int probe, const float*, float*, float*, float*, int*) {
   Require(probe >= 0 && probe < gProbesMade, "a probe is asked that the host never made");
   gHost.MayAct();
   return gInput.Below(2);
@@ -114,9 +112,8 @@ VYRAObjectRef Load() {
 }
 
 VYRAObjectRef LoadObject(const char*) {
-  const VYRAObjectRef object = Load();
   gHost.MayAct();
-  return object;
+  return Load();  // now, as an exception of that would leave it with nobody
 }
 
 void UnloadObject(VYRAObjectRef object) {
@@ -159,7 +156,9 @@ template <class Function>
 void Unloading(unsigned kind, Function function) {
   try {
     function();
-    gBook.interrupted &= kind == kByShutdown ? 0 : ~kind;
+    const bool isDone =
+        kind != kByReload || gBook.depth == 1;  // a pass inside another leaves the reload to that
+    if (isDone) gBook.interrupted &= kind == kByShutdown ? 0 : ~kind;
   } catch (...) {
     gBook.interrupted |= kind;
     throw;
@@ -172,12 +171,11 @@ void Pass() {
   pass.phase = event == VYRA_EVENT_FLIGHT_LOOPS_1 ? 1 : 0;
   pass.now = gInput.OneIn(8) ? gInput.Float() : gHost.time;
   const int cycle = VYRAGetCycleNumber() + 1;
-  if (kPassesCountWithoutPlugins || VYRACountPlugins() > 0)
-    for (const Registration* loop : gBook.Of(Family::flightLoop)) {
-      if (loop->known && loop->which == pass.phase && loop->IsDue(pass.now, cycle)) pass.Expect(*loop);
-    }
+  for (const Registration* loop : gBook.Of(Family::flightLoop)) {
+    if (loop->known && loop->which == pass.phase && loop->IsDue(pass.now, cycle)) pass.Expect(*loop);
+  }
   Unloading(kByReload, [&] { VYRAEventHook(event, nullptr, nullptr, pass.now, 0); });
-  Require(VYRAGetCycleNumber() >= cycle || !kPassesCountWithoutPlugins, "a pass is not counted");
+  Require(VYRAGetCycleNumber() >= cycle, "a pass is not counted");
   pass.Returned();
 }
 
@@ -186,7 +184,6 @@ void Draw() {
   call.step = gInput.OneIn(3) ? 20 : gInput.Int();
   const int isReflection = gInput.Below(3);
   for (const Registration* draw : gBook.Of(Family::draw)) {
-    if (!kPassesCountWithoutPlugins && VYRACountPlugins() == 0) continue;
     if (call.step == 0 || StepOfDrawing(draw->which, draw->before) != call.step) continue;
     if (isReflection != 1 || draw->owner->wantsReflections) call.Expect(*draw);
   }
@@ -194,44 +191,34 @@ void Draw() {
   call.Returned();
 }
 
-void Key() {
-  Do("key", [] { VYRAKeyPressHook(gInput.Below(3), gInput.Below(2), 'A' + gInput.Below(3)); });
-}
-void Mouse() {
-  Do("mouse", [] { VYRAMouseClickHook(gInput.Below(24), gInput.Below(24), gInput.Below(2)); });
-}
-void Cursor() {
-  Do("cursor", [] { VYRACursorHook(gInput.Below(24), gInput.Int()); });
-}
-void Wheel() {
-  Do("wheel", [] { VYRAScrollWheelHook(gInput.Below(24), gInput.Below(24), 0, gInput.Int()); });
-}
+void Key() { Do<VYRAKeyPressHook>(gInput.Below(3), gInput.Below(2), 'A' + gInput.Below(3)); }
+void Mouse() { Do<VYRAMouseClickHook>(gInput.Below(24), gInput.Below(24), gInput.Below(2)); }
+void Cursor() { Do<VYRACursorHook>(gInput.Below(24), gInput.Int()); }
+void Wheel() { Do<VYRAScrollWheelHook>(gInput.Below(24), gInput.Below(24), 0, gInput.Int()); }
 
 void Camera() {
   float values[7] = {};
-  Do("camera", [&] {
-    VYRACameraHook(&values[0], &values[1], &values[2], &values[3], &values[4], &values[5], &values[6]);
-  });
+  Do<VYRACameraHook>(&values[0], &values[1], &values[2], &values[3], &values[4], &values[5], &values[6]);
 }
 
 void Menu() {
   int state = 0;
   const int number = gInput.Below(gHost.items % 64 + 2);
-  Do("menu pick", [&] { VYRAMenuHook(number); });
-  Do("menu check", [&] { VYRACheckMenuHook(gInput.Below(gHost.menus % 64 + 2), gInput.Int(), &state); });
-  Do("menu enabled", [&] { VYRAMenuItemEnabled(gInput.Below(gHost.menus % 64 + 2), gInput.Int()); });
+  Do<VYRAMenuHook>(number);
+  Do<VYRACheckMenuHook>(gInput.Below(gHost.menus % 64 + 2), gInput.Int(), &state);
+  Do<VYRAMenuItemEnabled>(gInput.Below(gHost.menus % 64 + 2), gInput.Int());
 }
 
 void Planes() {
   char path[4096] = "wing.acf";
-  Do("plane count", [] { VYRAGetNumberPlanesToHandle(gInput.Below(20) - 1, gInput.Below(2)); });
-  Do("plane path", [&] { VYRAUpdatePlaneNameAndPath(gInput.Int(), nullptr, path); });
+  Do<VYRAGetNumberPlanesToHandle>(gInput.Below(20) - 1, gInput.Below(2));
+  Do<VYRAUpdatePlaneNameAndPath>(gInput.Int(), nullptr, path);
   Require(std::strlen(path) < sizeof(path), "a plane's path is longer than its buffer");
 }
 
 void Command() {
   const VYRACommandRef command = gInput.OneOf(gHost.commands);
-  Do("command", [&] { VYRACommandHook(command, gInput.Below(2), gInput.Below(2), gInput.Below(2)); });
+  Do<VYRACommandHook>(command, gInput.Below(2), gInput.Below(2), gInput.Below(2));
 }
 
 void Repeat() {
@@ -246,11 +233,6 @@ void Broadcast() {
   if (VYRACountPlugins() > 0) {
     for (const Plugin& plugin : gBook.plugins) call.Expect(plugin);
   }
-  // Only at rest, and once: see the masks.
-  if (!kStartsAndEndsAreNested && gBook.depth > 1 && event == VYRA_EVENT_PLANE_UNLOADED) return;
-  if (!kModulesAreMetTwice && event == VYRA_EVENT_PLANE_LOADED &&
-      (gBook.depth > 1 || gHost.planeIsLoaded > 0))
-    return;
   constexpr bool hasPlane = event == VYRA_EVENT_PLANE_LOADED || event == VYRA_EVENT_PLANE_UNLOADED;
   const auto plane =
       reinterpret_cast<void*>(static_cast<std::intptr_t>(hasPlane && gInput.OneIn(400) ? 1 : 0));
@@ -259,96 +241,52 @@ void Broadcast() {
   call.Returned();
 }
 
-void ViewChanged() {
-  Do("view changed", [] { VYRAEventHook(VYRA_EVENT_VIEW_CHANGED, nullptr, nullptr, 0, 0); });
-}
+void ViewChanged() { Do<VYRAEventHook>(VYRA_EVENT_VIEW_CHANGED, nullptr, nullptr, 0.0F, 0.0F); }
 void Scenery() {
-  if (!kModulesAreMetTwice && (gBook.depth > 0 || gHost.sceneryIsLoaded++ > 0)) return;
   const std::string folder = gFolders.SceneryPath();
-  Do("scenery",
-     [&] { VYRAEventHook(VYRA_EVENT_SCENERY_PACKAGE, const_cast<char*>(folder.c_str()), nullptr, 0, 0); });
+  Do<VYRAEventHook>(VYRA_EVENT_SCENERY_PACKAGE, const_cast<char*>(folder.c_str()), nullptr, 0.0F, 0.0F);
 }
-void Unknown() {
-  Do("unknown event", [] { VYRAEventHook(14 + gInput.Byte(), nullptr, nullptr, gInput.Float(), 0); });
-}
-void Reload() {
-  Do("VYRAReloadPlugins", [] { VYRAReloadPlugins(); });
-}
+void Unknown() { Do<VYRAEventHook>(14 + gInput.Byte(), nullptr, nullptr, gInput.Float(), 0.0F); }
+void Reload() { Do<VYRAReloadPlugins>(); }
 void Shutdown() {
-  if (!kStartsAndEndsAreNested && gBook.depth > 0) return;
-  Unloading(kByShutdown, [] { Do("VYRAShutdownPlugins", [] { VYRAShutdownPlugins(); }); });
+  Unloading(kByShutdown, [] { Do<VYRAShutdownPlugins>(); });
 }
-void Start() {
-  if (!kStartsAndEndsAreNested && gBook.depth > 0) return;
-  gHost.Start();
-}
+void Start() { gHost.Start(); }
 void CompleteLoad() { gHost.CompleteLoad(); }
 
-void (*const kEvents[])() = {Pass<VYRA_EVENT_FLIGHT_LOOPS_0>,
-                             Pass<VYRA_EVENT_FLIGHT_LOOPS_1>,
-                             Pass<VYRA_EVENT_FLIGHT_LOOPS_0>,
-                             Draw,
-                             Draw,
-                             Draw,
-                             Key,
-                             Key,
-                             Mouse,
-                             Mouse,
-                             Cursor,
-                             Wheel,
-                             Camera,
-                             Menu,
-                             Planes,
-                             Command,
-                             Command,
-                             Repeat,
-                             Broadcast<VYRA_EVENT_BROADCAST_101>,
-                             Broadcast<VYRA_EVENT_BROADCAST_108>,
-                             Broadcast<VYRA_EVENT_PLANE_LOADED>,
-                             Broadcast<VYRA_EVENT_PLANE_UNLOADED>,
-                             ViewChanged,
-                             Scenery,
-                             Unknown,
-                             Reload,
-                             Shutdown,
-                             Start,
-                             CompleteLoad,
-                             CompleteLoad};
+// clang-format off
+void (*const kEvents[])() = {
+    Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Pass<VYRA_EVENT_FLIGHT_LOOPS_1>, Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Draw, Draw,
+    Draw, Key, Key, Mouse, Mouse, Cursor, Wheel, Camera, Menu, Planes, Command, Command, Repeat,
+    Broadcast<VYRA_EVENT_BROADCAST_101>, Broadcast<VYRA_EVENT_BROADCAST_108>, Broadcast<VYRA_EVENT_PLANE_LOADED>,
+    Broadcast<VYRA_EVENT_PLANE_UNLOADED>, ViewChanged, Scenery, Unknown, Reload, Shutdown, Start, CompleteLoad,
+    CompleteLoad};
+// clang-format on
 
 }  // namespace
 
 Host::Host() {
 #define FILL_SLOT(service) FillSlot(services.service);
   FOR_EACH_SERVICE(FILL_SLOT)
-  services.GetMouseLocation = calls::GetMouseLocation;
-  services.GetElapsedTime = calls::GetElapsedTime;
-  services.GetNthAircraftModel = calls::GetNthAircraftModel;
-  services.GetSystemPath = calls::GetSystemPath;
-  services.GetPrefsPath = calls::GetPrefsPath;
-  services.CreateMenu = calls::CreateMenu;
-  services.AppendMenuItem = calls::AppendMenuItem;
-  services.FindCommand = calls::FindCommand;
-  services.CommandBegin = CommandPhase<1, 0>;
+#define ITS_OWN(service) services.service = calls::service;
+  // clang-format off
+  ITS_OWN(GetMouseLocation) ITS_OWN(GetElapsedTime) ITS_OWN(GetNthAircraftModel) ITS_OWN(GetSystemPath)
+  ITS_OWN(GetPrefsPath) ITS_OWN(CreateMenu) ITS_OWN(AppendMenuItem) ITS_OWN(FindCommand) ITS_OWN(CreateProbe)
+  ITS_OWN(ProbeTerrainXYZ) ITS_OWN(LoadObject) ITS_OWN(UnloadObject) ITS_OWN(LookupObjects)
+  ITS_OWN(LoadObjectAsync) ITS_OWN(ShowMessage) ITS_OWN(HostReceiveMessage)
+  // clang-format on
+#undef ITS_OWN
+                  services.CommandBegin = CommandPhase<1, 0>;
   services.CommandRepeat = CommandPhase<0, 0>;
   services.CommandEnd = CommandPhase<0, 1>;
-  services.CreateProbe = calls::CreateProbe;
-  services.ProbeTerrainXYZ = ProbeTerrain;
-  services.LoadObject = calls::LoadObject;
-  services.UnloadObject = calls::UnloadObject;
-  services.LookupObjects = calls::LookupObjects;
-  services.LoadObjectAsync = calls::LoadObjectAsync;
-  services.ShowMessage = calls::ShowMessage;
-  services.HostReceiveMessage = calls::HostReceiveMessage;
   for (int& load : loads) commands[(&load - loads) % 5] = &load;  // any address does
 }
 
 void Host::Start() {
-  if (VYRACountPlugins() == 0) planeIsLoaded = sceneryIsLoaded = 0;
   services.serviceTableRevision = gInput.OneIn(4) ? 2 : 4;
   services.hostVersion = gInput.OneIn(4) ? 567 : 568;
   gFolders.size = gInput.OneIn(3) ? Folders::kFew : Folders::kMany;
-  Do("VYRAInitializePlugins",
-     [&] { VYRAInitializePlugins(gFolders.SystemPath().c_str(), &services, nullptr); });
+  Do<VYRAInitializePlugins>(gFolders.SystemPath().c_str(), &services, nullptr);
 }
 
 void Host::Event() { gInput.OneOf(kEvents)(); }

@@ -14,7 +14,7 @@ struct Host {
   void Start();
   // One event or hook, or a start, a shutdown, a reload. A plugin's exception may leave it.
   void Event();
-  // The same, now and then, from inside a service, which no exception may leave.
+  // The same, now and then, from inside a service.
   void MayAct();
   // Completes a load that the library waits for.
   void CompleteLoad();
@@ -28,8 +28,6 @@ struct Host {
     void* delivery;
   };
   std::vector<PendingLoad> pendingLoads;
-  int planeIsLoaded = 0;
-  int sceneryIsLoaded = 0;
   int menus = 0;  // made so far, as are the next two
   int items = 0;
   int messages = 0;  // shown to the user

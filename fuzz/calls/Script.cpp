@@ -11,7 +11,6 @@
 #include "Folders.h"
 #include "Host.h"
 #include "Input.h"
-#include "Masks.h"
 
 namespace calls {
 
@@ -37,12 +36,15 @@ void Step() {
       gHost.Event();
     }
   } catch (const std::exception& failure) {
-    if (kHostActsWhileItHandles && gInput.OneIn(3)) gHost.MayAct();
+    try {
+      if (gInput.OneIn(3)) gHost.MayAct();
+    } catch (const std::exception&) {
+    }
     Require(*failure.what() != '\0', "an exception is gone while it is handled");
     return;
   }
   // A call that does nothing: what waits for the end of the outermost call has no more reason to.
-  Do("rest", [] { VYRAEventHook(VYRA_EVENT_UNUSED, nullptr, nullptr, 0, 0); });
+  Do<VYRAEventHook>(VYRA_EVENT_UNUSED, nullptr, nullptr, 0.0F, 0.0F);
   gBook.CheckAtRest();
 }
 
@@ -90,7 +92,6 @@ void Withdraw() {
     r.gone = true;
   }
   VYRADontControlCamera();
-  VYRAReleasePlanes();
   for (const auto& [owner, command] : std::exchange(gBook.held, {})) VYRACommandEnd(command);
   for (const int button : std::exchange(gBook.buttons, {})) VYRACommandButtonRelease(button);
   for (int& load : gHost.loads) {
@@ -101,8 +102,7 @@ void Withdraw() {
 // Everything that there was is gone: no event, and no input, calls anybody.
 void CheckSilence() {
   gFolders.size = Folders::kNone;
-  Do("start without plugins",
-     [] { VYRAInitializePlugins(gFolders.SystemPath().c_str(), &gHost.services, nullptr); });
+  Do<VYRAInitializePlugins>(gFolders.SystemPath().c_str(), &gHost.services, nullptr);
   const auto quietly = [](auto hook) { Do("silence", hook); };
   float value = 0;
   for (int step = 1; step <= 26; ++step) quietly([&] { VYRADoDrawingHook(step, 0); });
@@ -122,16 +122,21 @@ void CheckSilence() {
 }
 
 void Finish() {
-  UntilDone([] { Do("shutdown", [] { VYRAShutdownPlugins(); }); });
+  UntilDone([] { Do<VYRAShutdownPlugins>(); });
   while (!gHost.pendingLoads.empty()) UntilDone([] { gHost.CompleteLoad(); });
-  UntilDone([] { Do("shutdown", [] { VYRAShutdownPlugins(); }); });
+  UntilDone([] { Do<VYRAShutdownPlugins>(); });
   Require(VYRACountPlugins() == 0, "there are plugins after the shutdown");
+  // Whoever waits on for the planes, because one before them threw, is told before the next run.
+  UntilDone([] {
+    Do<VYRAAcquirePlanes>(nullptr, nullptr, nullptr);
+    Do<VYRAReleasePlanes>();
+  });
   UntilDone(Withdraw);
   gBook.interrupted = 0;
   gBook.CheckAtRest();
   for (const int load : gHost.loads) Require(load == 0, "an object that was loaded is not unloaded");
   CheckSilence();
-  Do("shutdown", [] { VYRAShutdownPlugins(); });
+  Do<VYRAShutdownPlugins>();
   for (const Plugin& plugin : gBook.plugins) {
     if (plugin.module != nullptr) plugin.module->plugin = nullptr;  // it stays for another run
   }
