@@ -1,5 +1,5 @@
-# What `cmake --install` puts below the prefix: the library, its headers, vyra-sim, and the files by which
-# other projects find them (find_package(VYRA) and pkg-config).
+# What `cmake --install` puts below the prefix: the library, its headers, vyra-sim, a plugin to begin with,
+# and the files by which other projects find them (find_package(VYRA) and pkg-config).
 include(CMakePackageConfigHelpers)
 
 set(packageFolder "${CMAKE_INSTALL_LIBDIR}/cmake/VYRA")
@@ -14,12 +14,13 @@ install(
   FILES_MATCHING
   PATTERN "*.h")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/template" DESTINATION "${CMAKE_INSTALL_DATADIR}/vyra")
 
 if(VYRA_BUILD_SIMULATOR)
   # Found beside the library wherever the prefix is moved to.
   file(RELATIVE_PATH libraryFromPrograms "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
   set_target_properties(vyra-sim PROPERTIES INSTALL_RPATH "$ORIGIN/${libraryFromPrograms}")
-  install(TARGETS vyra-sim RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS vyra-sim EXPORT VYRATargets RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
   install(FILES "${CMAKE_BINARY_DIR}/sim/flight.schema.json" "${PROJECT_SOURCE_DIR}/docs/report.schema.json"
           DESTINATION "${CMAKE_INSTALL_DATADIR}/vyra")
 endif()
@@ -36,7 +37,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/cmake/VYRAConfigVersion.
                                  COMPATIBILITY SameMajorVersion)
 install(
   FILES "${PROJECT_BINARY_DIR}/cmake/VYRAConfig.cmake" "${PROJECT_BINARY_DIR}/cmake/VYRAConfigVersion.cmake"
-        "${PROJECT_SOURCE_DIR}/cmake/VYRAAddPlugin.cmake"
+        "${PROJECT_SOURCE_DIR}/cmake/VYRAAddFlightTest.cmake" "${PROJECT_SOURCE_DIR}/cmake/VYRAAddPlugin.cmake"
+        "${PROJECT_SOURCE_DIR}/cmake/VYRACheckModule.cmake" "${PROJECT_SOURCE_DIR}/cmake/VYRAFlyTest.cmake"
   DESTINATION "${packageFolder}")
 
 # vyra.pc finds its prefix from its own place, so that an installed tree can be moved.

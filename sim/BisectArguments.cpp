@@ -12,15 +12,15 @@ constexpr int kMostAttempts = 1000;
 
 // What the search itself decides, and what would write a file over and over.
 const std::set<std::string> kNotForFlights = {
-    "--help", "--system", "--log",  "--report",        "--state",       "--trace",   "--trace-frames",
-    "--cost", "--core",   "--keep", "--no-supervisor", "--expectation", "--attempts"};
+    "--help", "--system", "--log",  "--report",       "--state",         "--trace",       "--trace-frames",
+    "--cost", "--core",   "--keep", "--keep-modules", "--no-supervisor", "--expectation", "--attempts"};
 
 }  // namespace
 
 void AddBisectOptions(CLI::App& command, BisectOptions& options) {
   command
       .add_option("--keep", options.keep,
-                  "Never leave out plugins with this signature or place (a pattern; repeatable)")
+                  "Never leave out these plugins; a pattern as for --skip. May be given several times")
       ->allow_extra_args(false);
   command.add_option("--expectation", options.expectation,
                      "Look for the failure of the expectations that have this text in them");

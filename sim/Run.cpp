@@ -11,6 +11,7 @@
 
 #include "InputError.h"
 #include "Session.h"
+#include "flight/FlightKeys.h"
 #include "report/Clock.h"
 #include "report/CostRecord.h"
 #include "report/Costs.h"
@@ -23,6 +24,8 @@
 #include "report/Summary.h"
 #include "supervise/Supervisor.h"
 #include "supervise/Unsupervised.h"
+#include "view/Fonts.h"
+#include "view/Screen.h"
 #include "world/World.h"
 
 namespace sim {
@@ -30,6 +33,7 @@ namespace {
 
 constexpr std::size_t kPathBuffer = 512;  // as the library reads the system path, with room for a file name
 constexpr std::size_t kFileNameRoom = 32;
+constexpr int kExitStartsOver = 4;  // of a flight's process
 
 std::string NormalSystemPath(const std::string& folder) {
   if (!std::filesystem::is_directory(folder)) throw InputError("there is no simulator folder " + folder);
@@ -73,8 +77,7 @@ FlightEnd FlySupervised(const FlightOptions& options, Flight& flight, Log& log, 
   const auto fly = [&](int lines) {
     try {
       TellEventsTo(lines);
-      Fly(options, std::move(flight), log, costs);
-      return kExitPassed;
+      return Fly(options, std::move(flight), log, costs) ? kExitStartsOver : kExitPassed;
     } catch (const std::exception& error) {
       fmt::print(stderr, "vyra-sim: {}\n", error.what());
       return kExitWrongInput;
@@ -84,7 +87,7 @@ FlightEnd FlySupervised(const FlightOptions& options, Flight& flight, Log& log, 
   FlightEnd end = Supervise({Seconds(options.stallLimit), options.wantsCore}, fly, takeLine);
   if (end.badEnd) costs.CutShort(end.noticed);
   if (end.badEnd && end.signal != SIGPIPE) EnterBadEnd(*end.badEnd, report);
-  if (end.exitCode != kExitPassed)
+  if (end.exitCode != kExitPassed && end.exitCode != kExitStartsOver)
     report.otherFailures.push_back(fmt::format("the flight's process ended with exit code {}", end.exitCode));
   return end;
 }
@@ -119,28 +122,59 @@ void FlyUnsupervised(const FlightOptions& options, Flight& flight, Log& log, Cos
 
 }  // namespace
 
+void CompleteFromFlightFile(FlightOptions& options) {
+  if (!options.flightFile.empty()) {
+    const FlightSettings settings = ReadFlightSettings(options.flightFile);
+    if (options.systemPath.empty()) options.systemPath = settings.systemPath;
+    if (options.frames == 0) options.frames = settings.frames;
+    if (options.rate == 0.0) options.rate = settings.rate;
+    if (options.plugins.only.empty() && !options.plugins.safeMode) options.plugins.only = settings.plugins;
+  }
+  const char* const missing = options.systemPath.empty() ? "system"
+                              : options.frames == 0      ? "frames"
+                              : options.rate == 0.0      ? "rate"
+                                                         : nullptr;
+  if (missing != nullptr)
+    throw InputError(fmt::format("--{0} is needed, or \"{0}\" in a flight file", missing));
+}
+
 int Run(const FlightOptions& options) {
   gWorld.systemPath = NormalSystemPath(options.systemPath);
+  gScreen.Resize(options.pictures.width, options.pictures.height);
+  FontOf(0);  // a font that is missing is told of now
   Flight flight;
   if (!options.flightFile.empty())
-    flight = ReadFlight(options.flightFile, {gWorld.systemPath, options.frames});
+    flight = ReadFlight(options.flightFile, {gWorld.systemPath, options.frames, options.rate});
+  for (const PictureRequest& picture : options.pictures.requests) {
+    if (picture.frame > options.frames)
+      throw InputError(
+          fmt::format("there is no frame {} for the picture {}", picture.frame, picture.fileName));
+    CheckWritable(picture.fileName);
+  }
   CheckWritable(options.reportFile);
   CheckWritable(options.junitFile);
   Log log(options.logFile);
-  CostRecord costs(options.costs, !options.reportFile.empty());
+  const bool isSupervised = options.isSupervised && !IsTraced();
+  if (options.onChange == OnChange::StartOver && !isSupervised)
+    throw InputError("--watch=restart needs a process for each flight: not --no-supervisor, and no debugger");
 
   if (const std::optional<LastEnd> last = TakeLastEnd(options.stateFolder, gWorld.systemPath))
-    fmt::print("{:<12}{}\n", "before", DescribeLastEnd(*last));
+    fmt::print("{:<12}{}\n", "before", DescribeLastEnd(*last, gWorld.systemPath));
 
-  Report report = EmptyReport(options, flight);
+  std::optional<CostRecord> costs;
+  Report report;
   FlightEnd end;
-  if (options.isSupervised && !IsTraced())
-    end = FlySupervised(options, flight, log, costs, report);
-  else
-    FlyUnsupervised(options, flight, log, costs, report);
+  do {
+    costs.emplace(options.costs, !options.reportFile.empty() || flight.NeedsCosts());
+    report = EmptyReport(options, flight);
+    if (isSupervised)
+      end = FlySupervised(options, flight, log, *costs, report);
+    else
+      FlyUnsupervised(options, flight, log, *costs, report);
+  } while (end.exitCode == kExitStartsOver);
   if (end.signal == SIGPIPE) DieOf(SIGPIPE);                    // nobody reads any more
   if (end.exitCode == kExitWrongInput) return kExitWrongInput;  // which the flight has told of
-  Conclude(options, costs, report);
+  Conclude(options, *costs, report);
   if (options.wantsCore && end.signal != 0) DieOf(end.signal);
   return report.exitCode;
 }

@@ -2,22 +2,32 @@
 #include "Session.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <optional>
+#include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "VYRAHost.h"
 #include "VYRAProcessing.h"
 #include "flight/FlightRunner.h"
+#include "host/CallCounts.h"
 #include "host/CostWatch.h"
 #include "host/FlightBoard.h"
 #include "host/Frame.h"
+#include "host/HookTimes.h"
 #include "host/LoadWatch.h"
+#include "host/ModuleChanges.h"
 #include "host/ObjectServices.h"
 #include "host/OwnDataRefs.h"
+#include "host/Pictures.h"
 #include "host/PlaneServices.h"
+#include "host/PluginChoice.h"
 #include "host/PluginList.h"
 #include "host/ServiceTable.h"
 #include "host/SystemServices.h"
@@ -30,6 +40,7 @@
 #include "report/News.h"
 #include "report/Summary.h"
 #include "supervise/EndRequest.h"
+#include "supervise/KeptModules.h"
 #include "supervise/ThrowNotes.h"
 #include "world/World.h"
 
@@ -47,23 +58,69 @@ struct FlightUnderWay {
   Narrator& narrator;
   FlightTotals totals;
   Histogram passes;
+  std::optional<ModuleChanges> changes{};  // while modules are watched
+  std::string whyReloaded{};
+  bool startsOver = false;
 };
+
+// ---- Modules that change --------------------------------------------------------------------------------
+
+void WatchModules(FlightUnderWay& flight) {
+  static std::size_t known = 0;
+  if (!flight.changes || known == CountMetModules()) return;
+  known = CountMetModules();
+  flight.changes->Watch(MetModules());
+}
+
+// Between frames. False when the flight is to end here and start over.
+bool TakeChanges(int frame, OnChange onChange, FlightUnderWay& flight) {
+  if (!flight.changes) return true;
+  std::vector<std::string> changed = flight.changes->Take();
+  if (changed.empty()) return true;
+  for (std::string& module : changed)
+    if (module.starts_with(gWorld.systemPath)) module.erase(0, gWorld.systemPath.size());
+  const std::string what = fmt::format("{} changed", fmt::join(changed, ", "));
+  if (onChange == OnChange::StartOver) {
+    flight.narrator.Tell(frame, what + ": the flight starts over");
+    flight.startsOver = true;
+    return false;
+  }
+  flight.whyReloaded = ", as " + what;
+  VYRAReloadPlugins();
+  return true;
+}
+
+// A folder that was made anew is watched no more.
+void TellReload(int frame, FlightUnderWay& flight) {
+  EndReload();
+  if (flight.changes) flight.changes->Watch(MetModules());
+  flight.narrator.Tell(frame, fmt::format("all plugins reloaded{}: {}", std::exchange(flight.whyReloaded, ""),
+                                          DescribeDifference(ListPlugins(), {})));
+}
+
+// ---- Frames ---------------------------------------------------------------------------------------------
 
 void RunFrame(int frame, double rate, FlightUnderWay& flight) {
   const int reloadsBefore = CountReloads();
   gBoard->frame = frame;
   {
+    const FrameSample sample(frame);
     const MeasuredFrame measured(frame);
     flight.runner.CarryOutSteps(frame);
     FlyFrame(frame, rate, flight.passes);
   }
-  if (CountReloads() != reloadsBefore) {
-    EndReload();
-    flight.narrator.Tell(frame, "all plugins reloaded: " + DescribeDifference(ListPlugins(), {}));
-  }
+  if (CountReloads() != reloadsBefore) TellReload(frame, flight);
+  WatchModules(flight);
   TellNews(frame, flight.narrator);
   flight.runner.CheckExpectations(frame);
   ++flight.totals.frames;
+}
+
+void EnterSpeed(Nanoseconds wallTime, double rate, FlightTotals& totals) {
+  const auto seconds = static_cast<double>(std::max<Nanoseconds>(wallTime, 1)) / 1e9;
+  totals.timesRealTime = totals.frames / rate / seconds;
+  if (gHookTimes.inFrames == 0) return;
+  totals.libraryShare = static_cast<double>(gHookTimes.inLibrary) / static_cast<double>(gHookTimes.inFrames);
 }
 
 void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
@@ -73,12 +130,14 @@ void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
       flight.narrator.Tell(frame, fmt::format("SIG{} asks for the end of the flight", sigabbrev_np(signal)));
       return;
     }
+    if (!TakeChanges(frame, options.onChange, flight)) return;
     RunFrame(frame, options.rate, flight);
     flight.narrator.ShowProgress(frame, options.frames);
     if (options.realTime)
       std::this_thread::sleep_until(start + std::chrono::duration<double>(frame / options.rate));
   }
   flight.narrator.ClearProgress();
+  flight.runner.EndSteps(options.frames);
   flight.runner.CheckExpectations(kAtEnd);
 }
 
@@ -107,16 +166,22 @@ void Start(VYRAHostServices& services) {
 // From the library's start to its shutdown.
 void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
   VYRAHostServices services = MakeHostServices();
+  Nanoseconds begin = ReadClock();
   const bool flown = CameToItsEnd(flight.narrator, [&] {
     Start(services);
     fmt::print("{:<12}{}: {}\n", "start", gWorld.systemPath, DescribeDifference(ListPlugins(), {}));
+    WatchModules(flight);
     StartAiPlanes();
     flight.runner.CheckExpectations(kAfterStart);
+    begin = ReadClock();
     RunFrames(options, flight);
+    if (options.atTheEnd) options.atTheEnd();
   });
+  EnterSpeed(ReadClock() - begin, options.rate, flight.totals);
   EndReload();
   TellPluginStates();
   flight.totals.passes = VYRAGetCycleNumber();
+  if (options.keepsModules) KeepModules();
   const bool shutDown =
       CameToItsEnd(flight.narrator, [] { CallHook("VYRAShutdownPlugins", VYRAShutdownPlugins); });
   FinishAllLoads();
@@ -125,25 +190,43 @@ void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
   if (flown && shutDown) flight.runner.CheckExpectations(kAfterShutdown);
 }
 
+// A context is made, and costs its time, only for those who look at what is drawn.
+bool WantsOpenGl(const PictureOptions& pictures) {
+  return pictures.wantsContext || !pictures.requests.empty() || gFlightWantsPictures;
+}
+
 }  // namespace
 
-void Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs) {
+bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs) {
   gLog = &log;
   // On the terminal, progress between lines of the log would tear both.
   Narrator narrator(!options.logFile.empty());
-  FlightUnderWay flight{
-      .runner = FlightRunner(std::move(plan), narrator), .narrator = narrator, .totals = {}, .passes = {}};
+  FlightUnderWay flight{.runner = FlightRunner(std::move(plan), narrator),
+                        .narrator = narrator,
+                        .totals = {},
+                        .passes = {},
+                        .changes = {},
+                        .whyReloaded = {}};
+  if (options.onChange != OnChange::Nothing) flight.changes.emplace();
+  StartCallCounts();
   if (costs.IsMeasuring()) StartMeasuring(costs.Block(), costs.Trace());
 
+  for (const std::string& problem : gWorld.Open(gWorld.systemPath))
+    log.Write(fmt::format("Failed: {}\n", problem));
   RegisterSimulatorDataRefs();
-  PublishPlaneSwitches();
-  FlyToTheEnd(options, flight);
+  FlyWith(options.plugins);
+  {
+    std::optional<Pictures> pictures;
+    if (WantsOpenGl(options.pictures)) pictures.emplace(options.pictures);
+    FlyToTheEnd(options, flight);
+  }
   StopMeasuring();
   flight.totals.warnings = log.CountWarnings();
   flight.totals.activity = gActivity;
   EnterPassTimes(flight.totals, flight.passes);
   if (!log.Close()) TellEvent(FlightFailed{"not all of the log could be written to " + options.logFile});
   TellEvent(FlightEnded{flight.totals});
+  return flight.startsOver;
 }
 
 }  // namespace sim

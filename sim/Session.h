@@ -10,7 +10,7 @@ class CostRecord;
 class Log;
 
 // Flies once per process, over gWorld, whose system path is set. Whatever plugins do is an event, and none of
-// it is thrown.
-void Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs);
+// it is thrown. Returns whether the flight is to start over, in another process.
+bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs);
 
 }  // namespace sim

@@ -1,9 +1,11 @@
-// PluginAdmin: writes the list of plugins to the log. The library loads and enables it first, so its list at
-// that moment shows the others loaded but not yet enabled; the list in its first flight loop shows them as
-// they fly. A reload starts it afresh, and so both lists appear again.
+// PluginAdmin: writes the list of plugins to the log, and has a window in which a person enables, disables
+// and reloads them and rebinds their hot keys. The library loads and enables it first, so its list at that
+// moment shows the others loaded but not yet enabled; the list in its first flight loop shows them as they
+// fly. A reload starts it afresh, and so both lists appear again.
 #include <cstring>
 #include <string>
 
+#include "AdminWindow.h"
 #include "VYRAPlugin.h"
 #include "VYRAProcessing.h"
 
@@ -39,13 +41,14 @@ float LogOnce(float /*elapsedSinceLastCall*/, float /*elapsedTime*/, int /*count
 VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* outDescription) {
   std::strcpy(outName, "PluginAdmin");
   std::strcpy(outSignature, "org.skyvora.plugin-admin");
-  std::strcpy(outDescription, "Writes the list of plugins to the log.");
+  std::strcpy(outDescription, "Lists the plugins, and switches them on and off.");
   VYRASetErrorCallback(OnError);
   VYRAFlightLoopParams params{};
   params.structSize = sizeof(params);
   params.phase = VYRA_FLIGHT_LOOP_PHASE_0;
   params.callback = LogOnce;
   gFirstPass = VYRACreateFlightLoop(&params);
+  MakeAdminWindow();
   return 1;
 }
 

@@ -46,7 +46,7 @@ static void PutDown(void) {
                                  .z = ground.location[2]};
   gLocation = location;
   gIsLoading = 1; /* before the call: it may come back while still in it */
-  VYRALoadObjectAsync("Resources/plugins/tour/lighthouse.mesh", OnLoaded, NULL);
+  VYRALoadObjectAsync("Resources/plugins/tour/lighthouse.obj", OnLoaded, NULL);
 }
 
 static void TakeAway(void) {

@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <set>
 #include <string_view>
 
 #include "bisect/Candidates.h"
-#include "bisect/ChildFlight.h"
 #include "bisect/Failure.h"
 #include "bisect/Search.h"
+#include "choice/ChildFlight.h"
+#include "choice/PluginPattern.h"
 #include "report/Report.h"
 
 namespace sim {
@@ -23,12 +23,13 @@ std::string Counted(std::size_t count, std::string_view thing) {
   return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
 }
 
-using LeftOut = std::set<std::filesystem::path>;
+using Arguments = std::vector<std::string>;
 
 class Hunt {
  public:
   explicit Hunt(const BisectOptions& wanted)
-      : options(wanted), flights(wanted.systemPath, wanted.runArguments) {}
+      : options(wanted),
+        systemFolder(std::filesystem::absolute(wanted.systemPath + "/").lexically_normal()) {}
 
   int Run() {
     const FlightOutcome first = FlyUntil({}, [](const Ways& ways) { return !ways.empty(); });
@@ -37,7 +38,7 @@ class Hunt {
       return kExitWrongInput;
     }
     sought = WaysToLookFor(WaysOf(first), options.expectation);
-    candidates = CandidatesOf(flights.SystemFolder(), first.report, options.keep);
+    candidates = CandidatesOf(systemFolder, first.report, options.keep);
     fmt::print("all {} take part: {} ({:.2f} s)\n", Counted(candidates.size(), "plugin"),
                sought.empty() ? "passes" : "fails", first.seconds);
     for (const std::string& way : sought) fmt::print("    {}\n", way);
@@ -50,10 +51,13 @@ class Hunt {
 
   // Flies until a flight fails as asked for, but not more often than the options say.
   template <class Predicate>
-  FlightOutcome FlyUntil(const LeftOut& leftOut, const Predicate& isEnough) {
+  FlightOutcome FlyUntil(const Arguments& further, const Predicate& isEnough) {
+    Arguments arguments{"--system", systemFolder};
+    arguments.insert(arguments.end(), options.runArguments.begin(), options.runArguments.end());
+    arguments.insert(arguments.end(), further.begin(), further.end());
     FlightOutcome outcome;
     for (int attempt = 0; attempt < options.attempts; ++attempt) {
-      outcome = flights.Fly(leftOut);
+      outcome = flights.Fly(arguments);
       ++flown;
       seconds += outcome.seconds;
       if (isEnough(WaysOf(outcome))) break;
@@ -61,11 +65,15 @@ class Hunt {
     return outcome;
   }
 
-  LeftOut LeftOutOf(const Choice& choice) const {
-    LeftOut leftOut;
-    for (std::size_t i = 0; i < choice.size(); ++i)
-      if (!choice[i]) leftOut.insert(candidates[i].place);
-    return leftOut;
+  // The arguments that leave out the others.
+  Arguments ArgumentsFor(const Choice& choice) const {
+    Arguments arguments;
+    for (std::size_t i = 0; i < choice.size(); ++i) {
+      if (choice[i]) continue;
+      arguments.emplace_back("--skip");
+      arguments.push_back(LiteralPattern(systemFolder / candidates[i].place));
+    }
+    return arguments;
   }
 
   bool AreSought(const Ways& ways) const {
@@ -76,7 +84,7 @@ class Hunt {
     // The flight with all of them came first, to know what to look for.
     if (trial.number == 1) return !sought.empty();
     const FlightOutcome outcome =
-        FlyUntil(LeftOutOf(trial.choice), [this](const Ways& ways) { return AreSought(ways); });
+        FlyUntil(ArgumentsFor(trial.choice), [this](const Ways& ways) { return AreSought(ways); });
     const Ways ways = WaysOf(outcome);
     const auto takePart = static_cast<std::size_t>(std::ranges::count(trial.choice, true));
     if (takePart == 0) LeaveOutWhatNeedsNoPlugin(ways);
@@ -149,6 +157,7 @@ class Hunt {
   }
 
   const BisectOptions& options;
+  std::filesystem::path systemFolder;
   ChildFlights flights;
   Ways sought;
   std::vector<Candidate> candidates;

@@ -1,12 +1,10 @@
 // Gathering candidates from the report and from the folder.
 #include "bisect/Candidates.h"
 
-#include <fnmatch.h>
-
 #include <algorithm>
 #include <map>
-#include <optional>
-#include <utility>
+
+#include "choice/PluginPattern.h"
 
 namespace sim {
 namespace {
@@ -16,17 +14,10 @@ using nlohmann::json;
 
 constexpr const char* kMainFolder = "Resources/plugins";
 
-// What lies in a folder "plugins" and is, or holds, the module.
-std::optional<fs::path> PlaceOf(const fs::path& systemFolder, const fs::path& module) {
-  fs::path place;
-  bool isInPlugins = false;
-  for (const fs::path& part : module.lexically_relative(systemFolder)) {
-    if (part == "..") return std::nullopt;  // outside: it cannot be left out
-    place /= part;
-    if (isInPlugins) return place;
-    isInPlugins = part == "plugins";
-  }
-  return std::nullopt;
+fs::path PlaceOf(const fs::path& systemFolder, const fs::path& module) {
+  const fs::path entry = EntryOf(module);
+  const fs::path place = entry.lexically_relative(systemFolder);
+  return *place.begin() == ".." ? entry : place;
 }
 
 bool HasModule(const fs::path& path) {
@@ -37,14 +28,10 @@ bool HasModule(const fs::path& path) {
 using Places = std::map<fs::path, std::string>;  // the signatures
 
 void AddModule(const fs::path& systemFolder, const json& plugin, Places& places) {
-  const std::optional<fs::path> place = PlaceOf(systemFolder, plugin.at("path").get<std::string>());
-  if (!place) return;
-  std::string& signature = places[*place];
+  const std::string path = plugin.at("path");
+  if (path.empty()) return;
+  std::string& signature = places[PlaceOf(systemFolder, path)];
   if (signature.empty()) signature = plugin.value("signature", "");
-}
-
-bool Matches(const std::string& pattern, const std::string& text) {
-  return fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
 }
 
 }  // namespace
@@ -52,8 +39,10 @@ bool Matches(const std::string& pattern, const std::string& text) {
 std::vector<Candidate> CandidatesOf(const fs::path& systemFolder, const json& report,
                                     const std::vector<std::string>& keep) {
   Places places;
+  Places passedOver;
   if (report.is_object()) {
-    for (const json& plugin : report.at("plugins")) AddModule(systemFolder, plugin, places);
+    for (const json& plugin : report.at("plugins"))
+      AddModule(systemFolder, plugin, plugin.at("state") == "passed over" ? passedOver : places);
     for (const json& failure : report.at("loadFailures")) AddModule(systemFolder, failure, places);
     if (report.contains("culprit")) AddModule(systemFolder, report.at("culprit"), places);
   }
@@ -63,11 +52,10 @@ std::vector<Candidate> CandidatesOf(const fs::path& systemFolder, const json& re
 
   std::vector<Candidate> candidates;
   for (const auto& [place, signature] : places) {
-    Candidate candidate{place, signature};
-    const bool isKept = std::ranges::any_of(keep, [&candidate](const std::string& pattern) {
-      return Matches(pattern, candidate.signature) || Matches(pattern, candidate.place);
+    const bool isKept = std::ranges::any_of(keep, [&, &place = place, &signature = signature](auto& pattern) {
+      return PatternFits(pattern, systemFolder / place, systemFolder, [&] { return signature; });
     });
-    if (!isKept) candidates.push_back(std::move(candidate));
+    if (!isKept && !passedOver.contains(place)) candidates.push_back({place, signature});
   }
   return candidates;
 }

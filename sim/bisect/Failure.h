@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "bisect/ChildFlight.h"
+#include "choice/ChildFlight.h"
 
 namespace sim {
 

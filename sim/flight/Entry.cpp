@@ -4,13 +4,17 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <sstream>
 #include <utility>
 
 #include "flight/Nearest.h"
 
 namespace sim {
 namespace {
+
+constexpr double kFarthestPixel = 100'000.0;
 
 bool IsText(const nlohmann::json& value) {
   return value.is_string() && !value.get_ref<const std::string&>().empty();
@@ -34,6 +38,23 @@ bool IsChoice(const nlohmann::json& value, const Key& key) {
          std::ranges::find(key.choices, value.get_ref<const std::string&>()) != key.choices.end();
 }
 
+// Nothing but an array of two numbers, the smaller first.
+bool IsRange(const nlohmann::json& value) {
+  return value.is_array() && value.size() == 2 && value[0].is_number() && value[1].is_number() &&
+         value[0].get<double>() <= value[1].get<double>();
+}
+
+bool IsPixel(const nlohmann::json& value) {
+  const auto isCoordinate = [](const nlohmann::json& number) {
+    return number.is_number_integer() && std::abs(number.get<double>()) <= kFarthestPixel;
+  };
+  return value.is_array() && value.size() == 2 && std::ranges::all_of(value, isCoordinate);
+}
+
+bool IsArrayOf(const nlohmann::json& value, std::size_t least, const auto& isElement) {
+  return value.is_array() && value.size() >= least && std::ranges::all_of(value, isElement);
+}
+
 bool Fits(const nlohmann::json& value, const Key& key) {
   switch (key.kind) {
     case KeyKind::Text:
@@ -42,6 +63,18 @@ bool Fits(const nlohmann::json& value, const Key& key) {
       return IsWholeNumber(value, key);
     case KeyKind::Number:
       return value.is_number();
+    case KeyKind::Amount:
+      return value.is_number() && value.get<double>() >= 0.0;
+    case KeyKind::Range:
+      return IsRange(value);
+    case KeyKind::Points:
+      return IsArrayOf(value, 2, IsPixel);
+    case KeyKind::Texts:
+      return IsArrayOf(value, 1, [&key](const nlohmann::json& text) {
+        return key.choices.empty() ? IsText(text) : IsChoice(text, key);
+      });
+    case KeyKind::Way:
+      return IsText(value) || IsArrayOf(value, 1, IsText);
     case KeyKind::Value:
       return IsValue(value);
     case KeyKind::True:
@@ -49,6 +82,7 @@ bool Fits(const nlohmann::json& value, const Key& key) {
     case KeyKind::Choice:
       return IsChoice(value, key);
     case KeyKind::Object:
+    case KeyKind::Expectation:
       break;
   }
   return value.is_object();
@@ -62,6 +96,17 @@ std::string WhatFits(const Key& key) {
       return fmt::format("must be a whole number from {} to {}", key.smallest, key.largest);
     case KeyKind::Number:
       return "must be a number";
+    case KeyKind::Amount:
+      return "must be a number from 0";
+    case KeyKind::Range:
+      return "must be an array of two numbers, the smaller first";
+    case KeyKind::Points:
+      return "must be an array of two pixels or more, each an array of two whole numbers";
+    case KeyKind::Texts:
+      if (key.choices.empty()) return "must be an array of texts";
+      return fmt::format("must be an array of some of: {}", fmt::join(key.choices, ", "));
+    case KeyKind::Way:
+      return "must be a text or an array of texts";
     case KeyKind::Value:
       return "must be a number, an array of numbers or a text";
     case KeyKind::True:
@@ -69,6 +114,7 @@ std::string WhatFits(const Key& key) {
     case KeyKind::Choice:
       return fmt::format("must be one of: {}", fmt::join(key.choices, ", "));
     case KeyKind::Object:
+    case KeyKind::Expectation:
       break;
   }
   return "must be an object";
@@ -90,8 +136,8 @@ Entry::Entry(const JsonDocument& documentToRead, std::string pointerTo, std::str
 }
 
 void Entry::Check(const std::vector<Key>& keys) const {
-  std::vector<std::string_view> names;
-  for (const Key& key : keys) names.push_back(key.name);
+  std::vector<std::string_view> names(keys.size());
+  std::ranges::transform(keys, names.begin(), &Key::name);
   for (const std::string_view written : Keys())
     if (std::ranges::find(names, written) == names.end())
       FailAtKey(written, fmt::format("unknown key \"{}\"{}", written, DidYouMean(written, names)));
@@ -102,6 +148,11 @@ void Entry::Check(const std::vector<Key>& keys) const {
       Fail(fmt::format("the key \"{}\" is missing", key.name));
     }
   }
+}
+
+void Entry::CheckThose(const std::vector<Key>& keys) const {
+  for (const Key& key : keys)
+    if (Has(key.name)) CheckValue(key);
 }
 
 void Entry::CheckValue(const Key& key) const {
@@ -136,6 +187,28 @@ DataRefValue Entry::Value(std::string_view key) const {
   if (found.is_number()) return found.get<double>();
   if (found.is_string()) return found.get<std::string>();
   return found.get<std::vector<double>>();
+}
+
+std::pair<double, double> Entry::Range(std::string_view key) const {
+  return {At(key)[0].get<double>(), At(key)[1].get<double>()};
+}
+
+std::vector<Pixel> Entry::Points(std::string_view key) const {
+  std::vector<Pixel> points;
+  for (const nlohmann::json& point : At(key)) points.push_back({point[0].get<int>(), point[1].get<int>()});
+  return points;
+}
+
+std::vector<std::string> Entry::Texts(std::string_view key) const {
+  return Has(key) ? At(key).get<std::vector<std::string>>() : std::vector<std::string>{};
+}
+
+std::vector<std::string> Entry::Way(std::string_view key) const {
+  if (At(key).is_array()) return Texts(key);
+  std::vector<std::string> names;
+  std::istringstream way(Text(key));
+  for (std::string name; std::getline(way, name, '/');) names.push_back(name);
+  return names;
 }
 
 Entry Entry::Object(std::string_view key) const {

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "flight/JsonDocument.h"
@@ -11,6 +12,11 @@
 #include "host/DataRefValue.h"
 
 namespace sim {
+
+struct Pixel {
+  int x;
+  int y;
+};
 
 class Entry {
  public:
@@ -20,6 +26,9 @@ class Entry {
 
   // Throws unless the object has the keys that are required, no others than these, and fitting values.
   void Check(const std::vector<Key>& keys) const;
+
+  // Likewise of the keys that are there, whatever other keys there are.
+  void CheckThose(const std::vector<Key>& keys) const;
 
   bool Has(std::string_view key) const { return value.contains(key); }
   std::vector<std::string_view> Keys() const;
@@ -33,6 +42,12 @@ class Entry {
   int WholeNumber(std::string_view key, int otherwise) const;
   double Number(std::string_view key) const;
   DataRefValue Value(std::string_view key) const;
+  std::pair<double, double> Range(std::string_view key) const;
+  std::vector<Pixel> Points(std::string_view key) const;
+  // None when the key is missing.
+  std::vector<std::string> Texts(std::string_view key) const;
+  // The names of a way through menus.
+  std::vector<std::string> Way(std::string_view key) const;
   Entry Object(std::string_view key) const;
   // An array's elements, each an object; none when the key is missing.
   std::vector<Entry> Elements(std::string_view key) const;

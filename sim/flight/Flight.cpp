@@ -4,7 +4,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
+#include "flight/FlightKeys.h"
 #include "flight/JsonDocument.h"
 #include "flight/Nearest.h"
 #include "report/Moment.h"
@@ -12,29 +14,58 @@
 namespace sim {
 namespace {
 
-const std::vector<std::string_view> kTopLevelKeys = {"$schema", "steps", "expectations"};
+void CheckTopLevel(const Entry& file) {
+  std::vector<std::string_view> known = {"$schema", "steps", "expectations"};
+  for (const Key& key : FlightKeys()) known.push_back(key.name);
+  for (const std::string_view key : file.Keys())
+    if (std::ranges::find(known, key) == known.end())
+      file.FailAtKey(key, fmt::format("unknown key \"{}\"{}", key, DidYouMean(key, known)));
+}
 
+// The frame of "frame", or the first one at or behind the time of "second".
 int FrameOf(const Entry& entry, const FlightContext& context) {
-  const int frame = entry.WholeNumber("frame");
+  const std::string_view key = entry.Has("frame") ? "frame" : "second";
+  // A time that is meant to be a frame's own may lie a rounding behind it.
+  constexpr double kRounding = 1e-6;
+  const double frame = std::max(
+      1.0, key == "frame" ? entry.WholeNumber(key) : std::ceil(entry.Number(key) * context.rate - kRounding));
   if (frame > context.frames)
-    entry.FailAtValue("frame",
-                      fmt::format("frame {} lies behind the flight's last, {}", frame, context.frames));
-  return frame;
+    entry.FailAtValue(key, fmt::format("frame {} lies behind the flight's last, {}", frame, context.frames));
+  return static_cast<int>(frame);
 }
 
 int MomentOf(const Entry& entry, const FlightContext& context) {
-  if (entry.Has("frame") == entry.Has("after"))
-    entry.Fail("an expectation needs either \"frame\" or \"after\"");
-  if (entry.Has("frame")) return FrameOf(entry, context);
+  if (!entry.Has("after")) return FrameOf(entry, context);
   const std::string after = entry.Text("after");
   if (after == "start") return kAfterStart;
   return after == "end" ? kAtEnd : kAfterShutdown;
 }
 
-void CheckTopLevel(const Entry& file) {
-  for (const std::string_view key : file.Keys())
-    if (std::ranges::find(kTopLevelKeys, key) == kTopLevelKeys.end())
-      file.FailAtKey(key, fmt::format("unknown key \"{}\"{}", key, DidYouMean(key, kTopLevelKeys)));
+void ReadSpan(const Entry& entry, Expectation& expectation) {
+  struct SpanKey {
+    std::string_view key;
+    Span span;
+  };
+  for (const auto& [key, span] : {SpanKey{"within", Span::Within}, SpanKey{"throughout", Span::Throughout},
+                                  SpanKey{"never", Span::Never}}) {
+    if (!entry.Has(key)) continue;
+    if (expectation.moment >= kAtEnd) entry.FailAtKey(key, "no frames follow that moment");
+    expectation.span = span;
+    expectation.frames = entry.WholeNumber(key);
+  }
+}
+
+void AddStep(const Entry& entry, const FlightContext& context, std::vector<StepRow>& rows) {
+  const StepWord& word = FindStep(entry);
+  Step step{.line = entry.Line(), .effect = {}};
+  if (entry.Has("later")) {
+    if (rows.empty()) entry.FailAtKey("later", "there is no step before this one");
+    step.later = entry.WholeNumber("later");
+  } else {
+    rows.push_back({FrameOf(entry, context), {}});
+  }
+  step.effect = word.read(entry, context);
+  rows.back().steps.push_back(std::move(step));
 }
 
 }  // namespace
@@ -44,16 +75,17 @@ Flight ReadFlight(const std::string& fileName, const FlightContext& context) {
   const Entry file(document, "", "");
   CheckTopLevel(file);
   Flight flight;
-  for (const Entry& entry : file.Elements("steps")) {
-    const StepWord& step = FindStep(entry);
-    flight.steps.push_back({FrameOf(entry, context), entry.Line(), step.read(entry, context)});
-  }
+  for (const Entry& entry : file.Elements("steps")) AddStep(entry, context, flight.rows);
   for (const Entry& entry : file.Elements("expectations")) {
-    const ExpectationWord& expectation = FindExpectation(entry);
-    flight.expectations.push_back({MomentOf(entry, context), entry.Line(), flight.expectations.size(),
-                                   expectation.read(entry, context)});
+    const ExpectationWord& word = FindExpectation(entry);
+    Expectation expectation{.moment = MomentOf(entry, context),
+                            .line = entry.Line(),
+                            .index = flight.expectations.size(),
+                            .claim = word.read(entry, context)};
+    ReadSpan(entry, expectation);
+    flight.expectations.push_back(std::move(expectation));
   }
-  std::ranges::stable_sort(flight.steps, {}, &Step::frame);
+  std::ranges::stable_sort(flight.rows, {}, &StepRow::frame);
   std::ranges::stable_sort(flight.expectations, {}, &Expectation::moment);
   return flight;
 }

@@ -2,6 +2,7 @@
 // words docs/flight-files.md describes.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -10,21 +11,36 @@
 namespace sim {
 
 struct Step {
-  int frame;  // carried out before the frame
-  int line;   // in the file
+  int line;  // in the file
   Effect effect;
+  int later = 0;  // frames after the step before it in its row was done
 };
+
+// Steps one after the other: the first at a frame, each other one after the one before it was done.
+struct StepRow {
+  int frame;  // before which the first is carried out
+  std::vector<Step> steps;
+};
+
+// For how long an expectation is looked at, from its moment on.
+enum class Span { Once, Within, Throughout, Never };
 
 struct Expectation {
   int moment;         // checked after the frame; or another moment (report/Moment.h)
   int line;           // in the file
   std::size_t index;  // among the file's expectations
   Claim claim;
+  Span span = Span::Once;
+  int frames = 0;  // of the span, those after the moment
 };
 
 struct Flight {
-  std::vector<Step> steps;                // in the order of their frames
+  std::vector<StepRow> rows;              // in the order of their frames
   std::vector<Expectation> expectations;  // in the order of their moments
+
+  bool NeedsCosts() const {
+    return std::ranges::any_of(expectations, [](const Expectation& one) { return one.claim.needsCosts; });
+  }
 };
 
 // Reads a flight of so many frames over a simulator folder. Throws InputError, also when a step or an

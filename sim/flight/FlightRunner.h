@@ -1,6 +1,8 @@
 // Walks a flight's steps and expectations as the frames go by, and tells of them.
 #pragma once
 
+#include <optional>
+
 #include "flight/Flight.h"
 
 namespace sim {
@@ -10,17 +12,41 @@ class Narrator;
 class FlightRunner {
  public:
   FlightRunner(Flight flightToFly, Narrator& flightNarrator);
+  FlightRunner(const FlightRunner&) = delete;
+  FlightRunner& operator=(const FlightRunner&) = delete;
 
   // To be called once for each frame, in order.
   void CarryOutSteps(int frame);
   // Likewise, and with the moments before the first frame and behind the last.
   void CheckExpectations(int moment);
+  // The last frame was flown: steps that are not done have failed. To be called before the moment "end".
+  void EndSteps(int lastFrame);
 
  private:
+  // A row whose first step was reached.
+  struct RunningRow {
+    const StepRow* row;
+    std::size_t next = 0;
+    int due = 0;  // the frame of the next step
+  };
+  // An expectation that is not settled.
+  struct OpenExpectation {
+    const Expectation* expectation;
+    std::optional<int> lastHeld;  // the frame
+    std::string lastFound;
+  };
+
+  void CarryOut(RunningRow& row, int frame);
+  void TellFailedStep(int frame, int line, const std::string& text);
+  // True when it is settled.
+  bool Look(OpenExpectation& looked, int moment);
+  void Settle(const OpenExpectation& settled, int moment, bool holds);
+
   Flight flight;
   Narrator& narrator;
-  std::size_t nextStep = 0;
-  std::size_t nextExpectation = 0;
+  std::vector<StepRow>::const_iterator nextRow;
+  std::vector<RunningRow> running;    // in the order of the file
+  std::vector<OpenExpectation> open;  // in the order of their moments
 };
 
 }  // namespace sim

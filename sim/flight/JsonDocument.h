@@ -1,16 +1,13 @@
-// A JSON file of which every value knows where it stands, so that an error names line and column.
+// A JSON file whose errors name file, line and column.
 #pragma once
 
-#include <map>
-#include <nlohmann/json.hpp>
 #include <string>
+
+#include "world/files/PlacedJson.h"
 
 namespace sim {
 
-struct JsonPosition {
-  int line = 1;  // both from 1; a column is a byte
-  int column = 1;
-};
+using JsonPosition = world::JsonPosition;
 
 class JsonDocument {
  public:
@@ -18,23 +15,20 @@ class JsonDocument {
   // stands twice in one object.
   explicit JsonDocument(const std::string& fileToRead);
 
-  const nlohmann::json& Root() const { return root; }
+  const nlohmann::json& Root() const { return json.Root(); }
 
-  // Where a value begins, or, for a value with a key, that key. `pointer` is "" for the root,
-  // "/steps/2/frame" below it.
-  JsonPosition ValueAt(const std::string& pointer) const;
-  JsonPosition KeyAt(const std::string& pointer) const;
+  // As of PlacedJson.
+  JsonPosition ValueAt(const std::string& pointer) const { return json.ValueAt(pointer); }
+  JsonPosition KeyAt(const std::string& pointer) const { return json.KeyAt(pointer); }
 
   // Throws the InputError "file:line:column: problem".
   [[noreturn]] void Fail(JsonPosition position, const std::string& problem) const;
 
  private:
-  friend class JsonDocumentBuilder;
+  world::PlacedJson Read() const;
 
   std::string fileName;
-  nlohmann::json root;
-  std::map<std::string, JsonPosition> values;
-  std::map<std::string, JsonPosition> keys;
+  world::PlacedJson json;
 };
 
 }  // namespace sim

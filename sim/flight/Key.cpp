@@ -31,6 +31,32 @@ Key NumberKey(std::string_view name, std::string_view description) {
   return KeyOf(name, KeyKind::Number, description);
 }
 
+Key AmountKey(std::string_view name, std::string_view description) {
+  return KeyOf(name, KeyKind::Amount, description);
+}
+
+Key RangeKey(std::string_view name, std::string_view description) {
+  return KeyOf(name, KeyKind::Range, description);
+}
+
+Key PointsKey(std::string_view name, std::string_view description) {
+  return KeyOf(name, KeyKind::Points, description);
+}
+
+Key TextsKey(std::string_view name, std::string_view description, std::vector<std::string_view> choices) {
+  Key key = KeyOf(name, KeyKind::Texts, description);
+  key.choices = std::move(choices);
+  return key;
+}
+
+Key WayKey(std::string_view name, std::string_view description) {
+  return KeyOf(name, KeyKind::Way, description);
+}
+
+Key ExpectationKey(std::string_view name, std::string_view description) {
+  return KeyOf(name, KeyKind::Expectation, description);
+}
+
 Key ValueKey(std::string_view name, std::string_view description) {
   return KeyOf(name, KeyKind::Value, description);
 }

@@ -5,6 +5,7 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "flight/FlightKeys.h"
 #include "flight/Vocabulary.h"
 
 namespace sim {
@@ -18,14 +19,21 @@ constexpr std::string_view kIntroduction = R"(# Flight files
 
 What happens in a flight of `vyra-sim run --flight FILE`, and what must be true then: a JSON object with two
 arrays, `steps` and `expectations`. Each element is an object in which one key, the word, says what it is.
-`plugins/demo-flight.json` uses nearly all of them.
+`plugins/demo-flight.json` is an example.
 
 ```json
 {
-  "steps": [{ "frame": 10, "writeDataRef": { "name": "clock/rate_ratio", "value": 2 } }],
+  "frames": 600,
+  "rate": 60,
+  "steps": [
+    { "frame": 10, "writeDataRef": { "name": "clock/rate_ratio", "value": 2 } },
+    { "later": 0, "waitUntil": { "dataRef": "clock/time_s", "atLeast": 3 }, "limit": 300 },
+    { "later": 5, "pickMenuItem": "Plugins/Clock/Set to zero" }
+  ],
   "expectations": [
     { "after": "start", "plugin": "org.skyvora.clock", "is": "enabled" },
-    { "frame": 10, "dataRef": "clock/rate_ratio", "equals": 2 }
+    { "frame": 10, "dataRef": "clock/rate_ratio", "equals": 2 },
+    { "second": 1, "within": 120, "dataRef": "clock/time_s", "between": [0, 0.1] }
   ]
 }
 ```
@@ -33,6 +41,18 @@ arrays, `steps` and `expectations`. Each element is an object in which one key, 
 Paths are relative to the simulator folder. What is wrong in a file is told with line and column, and with the
 word that was probably meant. Editors complete and check a flight file whose `$schema` names the path of
 `share/vyra/flight.schema.json`, where the simulator is installed; `vyra-sim vocabulary --schema` prints it.
+)";
+
+constexpr std::string_view kStepsInARow = R"(
+Steps of one moment are carried out in the order of the file. A step that goes on for some frames, such as
+`waitUntil`, holds up those behind it that have `later`, and no others. One that was not done when the flight
+ended counts as failed.
+)";
+
+constexpr std::string_view kAboutExpectations = R"(
+The frames of `within`, `throughout` and `never` end with the flight at the latest. An expectation that failed
+says what was found, after which frame it was true last, and its line in the file. One that was not reached,
+because the flight ended before its moment, counts as failed.
 )";
 
 std::string WholeNumberName(const Key& key) {
@@ -50,12 +70,25 @@ std::string KindName(const Key& key) {
       return WholeNumberName(key);
     case KeyKind::Number:
       return "number";
+    case KeyKind::Amount:
+      return "number from 0";
+    case KeyKind::Range:
+      return "array of two numbers";
+    case KeyKind::Points:
+      return "array of pixels `[x, y]`";
+    case KeyKind::Texts:
+      if (key.choices.empty()) return "array of texts";
+      return fmt::format("array of `\"{}\"`", fmt::join(key.choices, "\"`, `\""));
+    case KeyKind::Way:
+      return "text or array of texts";
     case KeyKind::Value:
       return "number, array of numbers or text";
     case KeyKind::True:
       return "`true`";
     case KeyKind::Choice:
       return fmt::format("`\"{}\"`", fmt::join(key.choices, "\"`, `\""));
+    case KeyKind::Expectation:
+      return "an expectation without its moment";
     case KeyKind::Object:
       break;
   }
@@ -88,20 +121,43 @@ Json ObjectSchema(const std::vector<Key>& keys) {
   return schema;
 }
 
+const Json& TextSchema() {
+  static const Json kSchema = {{"type", "string"}, {"minLength", 1}};
+  return kSchema;
+}
+
+Json ArrayOf(const Json& items, int least, int most = 0) {
+  Json schema = {{"type", "array"}, {"items", items}, {"minItems", least}};
+  if (most > 0) schema["maxItems"] = most;
+  return schema;
+}
+
 Json ValueSchema(const Key& key) {
   switch (key.kind) {
     case KeyKind::Text:
-      return {{"type", "string"}, {"minLength", 1}};
+      return TextSchema();
     case KeyKind::WholeNumber:
       return {{"type", "integer"}, {"minimum", key.smallest}, {"maximum", key.largest}};
     case KeyKind::Number:
       return {{"type", "number"}};
+    case KeyKind::Amount:
+      return {{"type", "number"}, {"minimum", 0}};
+    case KeyKind::Range:
+      return ArrayOf({{"type", "number"}}, 2, 2);
+    case KeyKind::Points:
+      return ArrayOf(ArrayOf({{"type", "integer"}}, 2, 2), 2);
+    case KeyKind::Texts:
+      return ArrayOf(key.choices.empty() ? TextSchema() : Json{{"enum", key.choices}}, 1);
+    case KeyKind::Way:
+      return {{"anyOf", {TextSchema(), ArrayOf(TextSchema(), 1)}}};
     case KeyKind::Value:
       return {{"type", {"number", "string", "array"}}, {"items", {{"type", "number"}}}};
     case KeyKind::True:
       return {{"const", true}};
     case KeyKind::Choice:
       return {{"enum", key.choices}};
+    case KeyKind::Expectation:
+      return {{"anyOf", {{{"$ref", "#/definitions/expectation"}}}}};
     case KeyKind::Object:
       break;
   }
@@ -121,8 +177,8 @@ Json OneOfSchema(const std::vector<std::string_view>& keys) {
   return {{"oneOf", schema}};
 }
 
-Json WordSchema(const Word& word, const std::vector<Key>& momentKeys) {
-  std::vector<Key> keys = momentKeys;
+Json WordSchema(const Word& word, const MomentKeys& moments) {
+  std::vector<Key> keys = moments.keys;
   keys.push_back(word.key);
   keys.insert(keys.end(), word.others.begin(), word.others.end());
   Json schema = {{"description", word.key.description}};
@@ -131,44 +187,60 @@ Json WordSchema(const Word& word, const std::vector<Key>& momentKeys) {
   return schema;
 }
 
+// Whatever the words are, each entry is one of them.
 template <class Room>
-Json ArraySchema(const std::vector<Room>& rooms, const std::vector<Key>& momentKeys) {
+Json WordsSchema(const std::vector<Room>& rooms, const MomentKeys& moments) {
   Json alternatives = Json::array();
-  for (const Room& room : rooms) alternatives.push_back(WordSchema(room.word, momentKeys));
-  return {{"type", "array"}, {"items", {{"anyOf", alternatives}}}};
+  for (const Room& room : rooms) alternatives.push_back(WordSchema(room.word, moments));
+  return {{"anyOf", alternatives}};
+}
+
+template <class Room>
+Json ArraySchema(const std::vector<Room>& rooms, const MomentKeys& moments) {
+  Json items = WordsSchema(rooms, moments);
+  items.update(OneOfSchema(moments.oneOf));
+  for (const std::string_view key : moments.atMostOneOf) {
+    std::vector<std::string_view> others = moments.atMostOneOf;
+    std::erase(others, key);
+    Json anyOther = Json::array();
+    for (const std::string_view other : others) anyOther.push_back({{"required", {other}}});
+    items["dependencies"][std::string(key)] = {{"not", {{"anyOf", anyOther}}}};
+  }
+  return {{"type", "array"}, {"items", items}};
 }
 
 }  // namespace
 
 std::string VocabularyPage() {
   std::string page(kIntroduction);
-  page += "\n## Steps\n\nEvery step has beside its word:\n\n";
-  for (const Key& key : StepMomentKeys()) page += KeyLine(key, 0);
+  page += "\n## The flight itself\n\nBeside `steps` and `expectations` there may be:\n\n";
+  for (const Key& key : FlightKeys()) page += KeyLine(key, 0);
+  page += "\n## Steps\n\nEvery step has one of these beside its word:\n\n";
+  for (const Key& key : StepMoments().keys) page += KeyLine(key, 0);
+  page += kStepsInARow;
   page += "\nThe words:\n\n";
   for (const StepWord& room : StepWords()) page += WordLines(room.word);
-  page += "\n## Expectations\n\nEvery expectation has beside its word either `frame` or `after`:\n\n";
-  for (const Key& key : ExpectationMomentKeys()) page += KeyLine(key, 0);
   page +=
-      "\nOne that was not reached, because the flight ended before its moment, counts as failed. The words, "
-      "each "
-      "with what it\nholds for:\n\n";
+      "\n## Expectations\n\nEvery expectation has beside its word one of the first three, and may have one "
+      "of the others:\n\n";
+  for (const Key& key : ExpectationMoments().keys) page += KeyLine(key, 0);
+  page += kAboutExpectations;
+  page += "\nThe words, each with what it holds for:\n\n";
   for (const ExpectationWord& room : ExpectationWords()) page += WordLines(room.word);
   return page;
 }
 
 std::string VocabularySchema() {
-  Json expectations = ArraySchema(ExpectationWords(), ExpectationMomentKeys());
-  std::vector<std::string_view> moments;
-  for (const Key& key : ExpectationMomentKeys()) moments.push_back(key.name);
-  expectations["items"].update(OneOfSchema(moments));
+  Json properties = {{"$schema", {{"type", "string"}}}};
+  for (const Key& key : FlightKeys()) properties[std::string(key.name)] = SchemaOf(key);
+  properties["steps"] = ArraySchema(StepWords(), StepMoments());
+  properties["expectations"] = ArraySchema(ExpectationWords(), ExpectationMoments());
   const Json schema = {{"$schema", "http://json-schema.org/draft-07/schema#"},
                        {"title", "Flight file of vyra-sim"},
                        {"type", "object"},
-                       {"properties",
-                        {{"$schema", {{"type", "string"}}},
-                         {"steps", ArraySchema(StepWords(), StepMomentKeys())},
-                         {"expectations", expectations}}},
-                       {"additionalProperties", false}};
+                       {"properties", properties},
+                       {"additionalProperties", false},
+                       {"definitions", {{"expectation", WordsSchema(ExpectationWords(), {})}}}};
   return schema.dump(2) + '\n';
 }
 

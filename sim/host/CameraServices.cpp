@@ -1,34 +1,36 @@
 // The simulator's own camera follows the user's aircraft.
 #include "host/CameraServices.h"
 
+#include <algorithm>
 #include <cmath>
-#include <numbers>
 
 #include "host/FlightBoard.h"
 #include "report/Activity.h"
 #include "report/News.h"
-#include "world/Terrain.h"
+#include "world/Angles.h"
 #include "world/World.h"
 
 namespace sim {
 namespace {
 
-constexpr double kCameraDistance = 30.0;  // metres behind the aircraft
-constexpr double kCameraHeight = 8.0;     // and above it
+constexpr double kNearest = 5.0;  // metres
+constexpr double kFarthest = 2'000.0;
+constexpr double kHeightPerDistance = 0.27;
+constexpr float kPitch = -8.0F;  // degrees: the aircraft stands below the middle, and the horizon above it
 
+double gDistance = 30.0;  // metres behind the aircraft
 VYRACameraPosition gCamera{.x = 0, .y = 0, .z = 0, .pitch = 0, .heading = 0, .roll = 0, .zoom = 1};
 bool gPluginHasCamera = false;
 
 VYRACameraPosition ChaseCamera() {
-  const AircraftMotion& aircraft = gWorld.aircraft;
-  const LocalPoint place = ToLocal(
-      {aircraft.latitudeDegrees, aircraft.longitudeDegrees, static_cast<double>(aircraft.altitudeMetres)});
-  const double track = static_cast<double>(aircraft.headingDegrees) * std::numbers::pi / 180.0;
-  return {.x = static_cast<float>(place.x - kCameraDistance * std::sin(track)),
-          .y = static_cast<float>(place.y + kCameraHeight),
-          .z = static_cast<float>(place.z + kCameraDistance * std::cos(track)),
-          .pitch = 0.0F,
-          .heading = aircraft.headingDegrees,
+  const world::Vector place = gWorld.localFrame.ToLocal(gWorld.aircraft.motion.place);
+  const double heading = gWorld.aircraft.Angles().heading;
+  const double track = world::ToRadians(heading);
+  return {.x = static_cast<float>(place.x - gDistance * std::sin(track)),
+          .y = static_cast<float>(place.y + kHeightPerDistance * gDistance),
+          .z = static_cast<float>(place.z + gDistance * std::cos(track)),
+          .pitch = kPitch,
+          .heading = static_cast<float>(heading),
           .roll = 0.0F,
           .zoom = 1.0F};
 }
@@ -63,6 +65,8 @@ void AskCamera() {
   gCamera = camera;
   NoteTaking(answer != 1);
 }
+
+void MoveChaseCamera(double factor) { gDistance = std::clamp(gDistance * factor, kNearest, kFarthest); }
 
 bool PluginHasCamera() { return gPluginHasCamera; }
 

@@ -11,6 +11,9 @@ void FillCameraServices(VYRAHostServices& services);
 // Settles the camera of a frame, before it is drawn: behind the user's aircraft, unless a plugin sets it.
 void AskCamera();
 
+// Takes the simulator's own camera nearer to the aircraft, or farther away.
+void MoveChaseCamera(double factor);
+
 bool PluginHasCamera();
 const VYRACameraPosition& Camera();
 

@@ -2,24 +2,38 @@
 // user or a plugin, makes no difference.
 #include "host/CommandServices.h"
 
-#include <algorithm>
-#include <deque>
-#include <vector>
+#include <map>
+#include <unordered_set>
 
 #include "host/FlightBoard.h"
+#include "host/PluginList.h"
 #include "report/Activity.h"
-#include "world/World.h"
 
 namespace sim {
 namespace {
 
 struct Command {
-  std::string name;
-  float throttlePerPhase = 0.0F;  // what the simulator itself does: 0, nothing, for plugins' commands
+  std::string description;
+  std::string ownerPath;
+  const CommandRow* own = nullptr;  // what the simulator itself does; null for plugins' commands
 };
 
+using CommandsByName = std::map<std::string, Command, std::less<>>;
+
+CommandsByName MakeOwnCommands() {
+  CommandsByName commands;
+  for (const CommandRow& row : OwnCommands()) commands[row.name] = {row.description, "", &row};
+  return commands;
+}
+
 // Their addresses are what the library and the plugins know them by, so they stay until the end.
-std::deque<Command> gCommands{{"sim/throttle/increase", 0.01F}, {"sim/throttle/decrease", -0.01F}};
+CommandsByName& Commands() {
+  static CommandsByName commands = MakeOwnCommands();
+  return commands;
+}
+
+// Every address that was given out.
+std::unordered_set<const void*> gReferences;
 
 struct HeldCommand {
   VYRACommandRef command;
@@ -28,50 +42,78 @@ struct HeldCommand {
 
 std::vector<HeldCommand> gHeldCommands;
 
-VYRACommandRef FindCommand(const char* name, const char* /*description*/, int create) {
-  const auto found = std::ranges::find(gCommands, name, &Command::name);
-  if (found != gCommands.end()) return &*found;
-  return create != 0 ? &gCommands.emplace_back(Command{.name = name}) : nullptr;
+VYRACommandRef Find(const char* name, const char* description, int create) {
+  if (name == nullptr) return nullptr;
+  CommandsByName& commands = Commands();
+  auto found = commands.find(std::string_view(name));
+  if (found == commands.end()) {
+    if (create == 0) return nullptr;
+    found = commands.emplace(name, Command{description != nullptr ? description : "", CallerPath()}).first;
+  }
+  gReferences.insert(&found->second);
+  return &found->second;
 }
 
-enum class Phase { Begin, Continue, End };
+using Action = void (*)();
 
-// A plugin may hand over any pointer as a command.
-void GoThrough(VYRACommandRef reference, Phase phase) {
-  const auto command =
-      std::ranges::find_if(gCommands, [reference](const Command& one) { return &one == reference; });
-  if (command == gCommands.end()) return;
-  const int isBegin = phase == Phase::Begin ? 1 : 0;
-  const int isEnd = phase == Phase::End ? 1 : 0;
-  float& throttle = gWorld.aircraft.throttleRatio;
-  if (CallHook("VYRACommandHook", VYRACommandHook, reference, isBegin, isEnd, 1) != 0 && phase != Phase::End)
-    throttle = std::clamp(throttle + command->throttlePerPhase, 0.0F, 1.0F);
+// action: the simulator's own, or null.
+void GoThrough(VYRACommandRef reference, int isBegin, int isEnd, Action CommandRow::*action) {
+  if (!gReferences.contains(reference)) return;
+  const CommandRow* const own = static_cast<const Command*>(reference)->own;
+  const bool isWanted = CallHook("VYRACommandHook", VYRACommandHook, reference, isBegin, isEnd, 1) != 0;
+  if (isWanted && own != nullptr && own->*action != nullptr) (own->*action)();
   CallHook("VYRACommandHook", VYRACommandHook, reference, isBegin, isEnd, 0);
 }
 
 }  // namespace
 
-void FillCommandServices(VYRAHostServices& services) {
-  services.FindCommand = FindCommand;
-  services.CommandBegin = [](VYRACommandRef command) { GoThrough(command, Phase::Begin); };
-  services.CommandRepeat = [](VYRACommandRef command) { GoThrough(command, Phase::Continue); };
-  services.CommandEnd = [](VYRACommandRef command) { GoThrough(command, Phase::End); };
+const std::vector<CommandRow>& OwnCommands() {
+  static const std::vector<CommandRow> kRows = [] {
+    std::vector<CommandRow> rows;
+    for (std::vector<CommandRow> (*const part)() :
+         {ControlCommands, AutopilotCommands, AircraftCommands, NavigationCommands, SystemCommands})
+      for (CommandRow& row : part()) rows.push_back(std::move(row));
+    return rows;
+  }();
+  return kRows;
 }
 
+void FillCommandServices(VYRAHostServices& services) {
+  services.FindCommand = Find;
+  services.CommandBegin = BeginCommand;
+  services.CommandRepeat = ContinueCommand;
+  services.CommandEnd = EndCommand;
+}
+
+std::vector<CommandInfo> ListCommands() {
+  std::vector<CommandInfo> list;
+  for (const auto& [name, command] : Commands())
+    list.push_back({name, command.description, command.ownerPath, CommandOfName(name)});
+  return list;
+}
+
+VYRACommandRef CommandOfName(const std::string& name) { return Find(name.c_str(), nullptr, 0); }
+
+void BeginCommand(VYRACommandRef command) { GoThrough(command, 1, 0, &CommandRow::begin); }
+
+void ContinueCommand(VYRACommandRef command) { GoThrough(command, 0, 0, &CommandRow::whileHeld); }
+
+void EndCommand(VYRACommandRef command) { GoThrough(command, 0, 1, &CommandRow::end); }
+
 std::string HoldCommand(const std::string& name, int passes) {
-  const VYRACommandRef command = FindCommand(name.c_str(), nullptr, 0);
+  const VYRACommandRef command = CommandOfName(name);
   if (command == nullptr) return "there is no such command";
   gHeldCommands.push_back({command, passes});
   ++gActivity.commandsHeld;
-  GoThrough(command, Phase::Begin);
+  BeginCommand(command);
   return "";
 }
 
 void ContinueHeldCommands() {
   for (HeldCommand& held : gHeldCommands) {
     ++gActivity.commandPasses;
-    GoThrough(held.command, Phase::Continue);
-    if (--held.passesLeft == 0) GoThrough(held.command, Phase::End);
+    ContinueCommand(held.command);
+    if (--held.passesLeft == 0) EndCommand(held.command);
   }
   std::erase_if(gHeldCommands, [](const HeldCommand& held) { return held.passesLeft == 0; });
 }

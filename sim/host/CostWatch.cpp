@@ -65,6 +65,8 @@ void StopMeasuring() {
   gMeasuring.reset();
 }
 
+const CostBlock* MeasuredCosts() { return gMeasuring ? &gMeasuring->costs : nullptr; }
+
 MeasuredFrame::MeasuredFrame(int frame) : exceptions(std::uncaught_exceptions()) {
   if (gMeasuring) gMeasuring->meter.BeginFrame(frame, ReadClock());
 }

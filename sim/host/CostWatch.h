@@ -14,6 +14,9 @@ void StartMeasuring(CostBlock& costs, TraceFile* trace);
 // No call is measured any more; the trace is ended.
 void StopMeasuring();
 
+// What was measured until now; null while nothing is.
+const CostBlock* MeasuredCosts();
+
 // A frame, while this lasts. One that an exception ends is in the trace, and does not count.
 class MeasuredFrame {
  public:

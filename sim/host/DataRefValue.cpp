@@ -5,7 +5,10 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 #include "VYRADataAccess.h"
 #include "host/FlightBoard.h"
@@ -112,6 +115,19 @@ std::string WriteDataRef(const std::string& name, const DataRefValue& value) {
   if (VYRACanWriteDataRef(dataRef) == 0) return "it is not writable";
   const bool fits = CallHook("VYRASetData", [&] { return Write(dataRef, value); });
   return fits ? "" : "it has another type";
+}
+
+std::string TypeNames(int types) {
+  constexpr std::array<std::pair<int, const char*>, 6> kNames = {{{VYRA_TYPE_INT, "int"},
+                                                                  {VYRA_TYPE_FLOAT, "float"},
+                                                                  {VYRA_TYPE_DOUBLE, "double"},
+                                                                  {VYRA_TYPE_FLOAT_ARRAY, "float array"},
+                                                                  {VYRA_TYPE_INT_ARRAY, "int array"},
+                                                                  {VYRA_TYPE_DATA, "data"}}};
+  std::vector<std::string_view> names;
+  for (const auto& [type, name] : kNames)
+    if ((types & type) != 0) names.emplace_back(name);
+  return fmt::format("{}", fmt::join(names, ", "));
 }
 
 std::string ToText(const DataRefValue& value) {

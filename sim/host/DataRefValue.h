@@ -18,6 +18,9 @@ std::optional<DataRefValue> ReadDataRef(const std::string& name);
 // The result is empty, or says why nothing was written.
 std::string WriteDataRef(const std::string& name, const DataRefValue& value);
 
+// The types that a dataref offers, as in "int, float".
+std::string TypeNames(int types);
+
 std::string ToText(const DataRefValue& value);
 
 }  // namespace sim

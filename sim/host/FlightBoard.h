@@ -13,6 +13,7 @@
 #include <type_traits>
 
 #include "VYRAWatch.h"
+#include "host/HookTimes.h"
 
 namespace sim {
 
@@ -154,6 +155,7 @@ template <class Function, class... Arguments>
 auto CallHook(const char* name, Function function, Arguments... arguments) {
   const NotedHook outer = gBoard->hook;
   gBoard->hook = NoteHook(name, arguments...);
+  const HookSample sample(outer.name == nullptr);
   if constexpr (std::is_void_v<decltype(function(arguments...))>) {
     function(arguments...);
     gBoard->hook = outer;

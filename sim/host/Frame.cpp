@@ -4,9 +4,10 @@
 #include "host/CameraServices.h"
 #include "host/CommandServices.h"
 #include "host/FlightBoard.h"
+#include "host/FrameDrawing.h"
+#include "host/InputServices.h"
 #include "host/ObjectServices.h"
 #include "host/PlaneServices.h"
-#include "host/ScreenServices.h"
 #include "report/Clock.h"
 #include "world/World.h"
 
@@ -23,10 +24,9 @@ void RunPass(int event, Histogram& passes) {
 }  // namespace
 
 void FlyFrame(int frame, double rate, Histogram& passes) {
-  gWorld.frame = frame;
-  gWorld.elapsedSeconds = frame / rate;
-  gWorld.aircraft.Advance(1.0 / rate);
+  gWorld.Advance(frame, frame / rate);
   FinishLoads();
+  PressSimulatedKeys();
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_0, passes);
   ContinueHeldCommands();
   CallHook("VYRAEventHook", VYRAEventHook, VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);

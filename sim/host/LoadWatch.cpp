@@ -14,6 +14,7 @@
 #include "host/CallWatchers.h"
 #include "host/CostWatch.h"
 #include "host/LoadFailures.h"
+#include "host/PluginChoice.h"
 #include "host/PluginList.h"
 #include "report/Event.h"
 #include "world/World.h"
@@ -157,7 +158,8 @@ void LoadRound::Audit(const std::string& folder, bool takesLooseModules) const {
     TellFailure(failure.path, failure.reason);
   // What the log says nothing of, as of a file that cannot be read.
   for (const std::string& module : FindModules(folder, takesLooseModules))
-    if (!IsLoaded(module) && !HasFailed(module)) TellFailure(module, ExplainFailedOpening(module, ""));
+    if (!IsLoaded(module) && !HasFailed(module) && !IsPassedOver(module))
+      TellFailure(module, ExplainFailedOpening(module, ""));
   TellRefusedEnables();
   TellPluginStates();
 }
@@ -208,6 +210,16 @@ void TellPluginStates() {
     TellEvent(PluginTold{plugin});
   }
 }
+
+std::vector<std::string> MetModules() {
+  std::vector<std::string> modules;
+  modules.reserve(gPlugins.size() + gFailures.size());
+  for (const auto& [path, plugin] : gPlugins) modules.push_back(path);
+  for (const LoadFailure& failure : gFailures) modules.push_back(failure.path);
+  return modules;
+}
+
+std::size_t CountMetModules() { return gPlugins.size() + gFailures.size(); }
 
 int CountLoadFailures() { return static_cast<int>(gFailures.size()); }
 

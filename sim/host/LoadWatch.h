@@ -2,8 +2,10 @@
 // folders tell together; told as events.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sim {
 
@@ -38,6 +40,10 @@ std::string PluginsOfAircraft(const std::string& modelPath);
 
 // The state of all plugins that were ever loaded.
 void TellPluginStates();
+
+// The modules that were loaded, or could not be, in the whole flight; and how many.
+std::vector<std::string> MetModules();
+std::size_t CountMetModules();
 
 // Of the whole flight, each module counted once for each cause; and all of them, for a reader.
 int CountLoadFailures();

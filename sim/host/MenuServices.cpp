@@ -5,10 +5,10 @@
 #include <iterator>
 #include <map>
 #include <optional>
-#include <sstream>
 #include <vector>
 
 #include "host/FlightBoard.h"
+#include "host/PluginList.h"
 #include "report/Activity.h"
 
 namespace sim {
@@ -20,6 +20,7 @@ constexpr int kNone = -1;
 struct MenuItem {
   int number;
   std::string name;
+  std::string ownerPath;
   int subMenu = kNone;
 };
 
@@ -43,7 +44,7 @@ MenuItem* ItemAt(Place place) {
 int AppendItem(int menu, int /*position*/, const char* name, int /*flag*/) {
   const auto found = gMenus.find(menu);
   if (found == gMenus.end()) return kNone;
-  found->second.push_back({++gLastNumber, name});
+  found->second.push_back({++gLastNumber, name, CallerPath()});
   return gLastNumber;
 }
 
@@ -73,11 +74,10 @@ void RemoveItem(int menu, int item) {
   if (ItemAt({menu, item}) != nullptr) gMenus[menu].erase(gMenus[menu].begin() + item);
 }
 
-std::optional<Place> Find(const std::string& way) {
+std::optional<Place> Find(const std::vector<std::string>& way) {
   Place place{kNone, kNone};
   int menu = kBar;
-  std::istringstream names(way);
-  for (std::string name; std::getline(names, name, '/');) {
+  for (const std::string& name : way) {
     const auto found = gMenus.find(menu);
     if (found == gMenus.end()) return std::nullopt;
     const auto item = std::ranges::find(found->second, name, &MenuItem::name);
@@ -86,6 +86,27 @@ std::optional<Place> Find(const std::string& way) {
     menu = item->subMenu;
   }
   return place;
+}
+
+std::string StateAt(Place place) {
+  if (VYRAMenuItemEnabled(place.menu, place.position) == 0) return "disabled";
+  int mark = kNone;
+  if (VYRACheckMenuHook(place.menu, place.position, &mark) != 0 || mark == kNone) return "plain";
+  return mark == 0 ? "unchecked" : "checked";
+}
+
+// A menu whose items lead back to it is shown no deeper than this.
+constexpr std::size_t kDeepestMenu = 16;
+
+void AddItems(int menu, const std::vector<std::string>& way, std::vector<MenuItemInfo>& list) {
+  const auto found = gMenus.find(menu);
+  if (found == gMenus.end() || way.size() == kDeepestMenu) return;
+  for (int position = 0; const MenuItem& item : found->second) {
+    std::vector<std::string> itemWay = way;
+    itemWay.push_back(item.name);
+    list.push_back({itemWay, StateAt({menu, position++}), item.ownerPath});
+    if (item.subMenu != kNone) AddItems(item.subMenu, itemWay, list);
+  }
 }
 
 }  // namespace
@@ -100,7 +121,7 @@ void FillMenuServices(VYRAHostServices& services) {
   services.DestroyMenu = DestroyMenu;
 }
 
-std::string PickMenuItem(const std::string& way) {
+std::string PickMenuItem(const std::vector<std::string>& way) {
   const std::optional<Place> place = Find(way);
   if (!place) return "there is no such item";
   if (VYRAMenuItemEnabled(place->menu, place->position) == 0) return "it is disabled";
@@ -109,13 +130,15 @@ std::string PickMenuItem(const std::string& way) {
   return "";
 }
 
-std::string MenuItemState(const std::string& way) {
+std::vector<MenuItemInfo> ListMenuItems() {
+  std::vector<MenuItemInfo> list;
+  AddItems(kBar, {}, list);
+  return list;
+}
+
+std::string MenuItemState(const std::vector<std::string>& way) {
   const std::optional<Place> place = Find(way);
-  if (!place) return "absent";
-  if (VYRAMenuItemEnabled(place->menu, place->position) == 0) return "disabled";
-  int mark = kNone;
-  if (VYRACheckMenuHook(place->menu, place->position, &mark) != 0 || mark == kNone) return "plain";
-  return mark == 0 ? "unchecked" : "checked";
+  return place ? StateAt(*place) : "absent";
 }
 
 }  // namespace sim

@@ -3,76 +3,76 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "host/FlightBoard.h"
 #include "report/Activity.h"
+#include "report/Log.h"
 #include "report/News.h"
-#include "world/Objects.h"
+#include "view/DrawnScene.h"
+#include "view/gl/FramePainter.h"
+#include "world/World.h"
 
 namespace sim {
 namespace {
 
-constexpr int kFramesOfLoad = 5;
+std::string FileName(const std::string& path) { return std::filesystem::path(path).filename().string(); }
 
-struct PendingLoad {
-  std::string path;
-  VYRAObjectLoaded_f completion;
-  void* delivery;
-  int framesLeft;
-};
+// What every load ends in.
+VYRAObjectRef Note(const world::ObjectStore::Result& result) {
+  if (result.object != nullptr)
+    ++gActivity.objectsLoaded;
+  else
+    gLog->Write(fmt::format("Failed: {}\n", result.problem));
+  return result.object;
+}
 
-std::vector<PendingLoad> gPendingLoads;
+VYRAObjectRef Load(const char* path) { return path != nullptr ? Note(gWorld.objects.Load(path)) : nullptr; }
 
-VYRAObjectRef Load(const char* path) {
-  SceneryObject* const object = path != nullptr ? AddLoad(path) : nullptr;
-  if (object != nullptr) ++gActivity.objectsLoaded;
-  return object;
+void LoadAsync(const char* path, VYRAObjectLoaded_f completion, void* delivery) {
+  gWorld.objects.LoadInBackground(path != nullptr ? path : "", [=](const world::ObjectStore::Result& result) {
+    const VYRAObjectRef object = Note(result);
+    gNews.push_back(fmt::format("object {} {}", FileName(result.path),
+                                object != nullptr ? "loaded in the background" : "could not be loaded"));
+    completion(object, delivery);
+  });
 }
 
 void Unload(VYRAObjectRef object) {
-  const std::string path = ReleaseLoad(object);
+  const std::string path = gWorld.objects.Release(object);
   if (path.empty()) return;
   ++gActivity.objectsReleased;
-  gNews.push_back(fmt::format("object {} released", ObjectFile(path).filename().string()));
+  gNews.push_back(fmt::format("object {} released", FileName(path)));
 }
 
-void Finish(const PendingLoad& load) {
-  const VYRAObjectRef object = Load(load.path.c_str());
-  gNews.push_back(fmt::format("object {} {}", ObjectFile(load.path).filename().string(),
-                              object != nullptr ? "loaded in the background" : "could not be loaded"));
-  CallHook("completion of LoadObjectAsync", load.completion, object, load.delivery);
+void Draw(VYRAObjectRef reference, int lighting, int earthRelative, float x, float y, float z, float heading,
+          float pitch, float roll) {
+  world::SceneryObject* const object = gWorld.objects.Find(reference);
+  if (object == nullptr) return;
+  ++gActivity.objectsDrawn;
+  ++object->draws;
+  gDrawnScene.objects.push_back(
+      {.model = object->model,
+       .position = {static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)},
+       .angles = {.heading = static_cast<double>(heading),
+                  .pitch = static_cast<double>(pitch),
+                  .roll = static_cast<double>(roll)},
+       .lighting = lighting,
+       .isEarthRelative = earthRelative != 0});
+  if (IsPainting()) gPainter->DrawObject(gDrawnScene.objects.back());
 }
 
 }  // namespace
 
 void FillObjectServices(VYRAHostServices& services) {
   services.LoadObject = Load;
-  services.LoadObjectAsync = [](const char* path, VYRAObjectLoaded_f completion, void* delivery) {
-    gPendingLoads.push_back({path != nullptr ? path : "", completion, delivery, kFramesOfLoad});
-  };
+  services.LoadObjectAsync = LoadAsync;
   services.UnloadObject = Unload;
-  services.DrawObjects = [](VYRAObjectRef, int, int, float, float, float, float, float, float) {
-    ++gActivity.objectsDrawn;
-  };
+  services.DrawObjects = Draw;
 }
 
-void FinishLoads() {
-  for (PendingLoad& load : gPendingLoads) --load.framesLeft;
-  const auto due = std::stable_partition(gPendingLoads.begin(), gPendingLoads.end(),
-                                         [](const PendingLoad& load) { return load.framesLeft > 0; });
-  // Taken out first: a completion calls a plugin, which may ask for the next object.
-  const std::vector<PendingLoad> finished(due, gPendingLoads.end());
-  gPendingLoads.erase(due, gPendingLoads.end());
-  for (const PendingLoad& load : finished) Finish(load);
-}
+void FinishLoads() { gWorld.objects.FinishLoads(); }
 
-void FinishAllLoads() {
-  while (!gPendingLoads.empty())
-    for (const PendingLoad& load : std::exchange(gPendingLoads, {})) Finish(load);
-}
+void FinishAllLoads() { gWorld.objects.FinishAllLoads(); }
 
 }  // namespace sim

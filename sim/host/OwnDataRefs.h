@@ -1,12 +1,16 @@
-// The simulator's own datarefs; sim/README.md lists them.
+// The simulator's own datarefs: one table, from which they are published and described.
 #pragma once
+
+#include <vector>
+
+#include "host/datarefs/DataRefRow.h"
 
 namespace sim {
 
-// Publishes them over gWorld. Called once, before the library is started, so that the simulator owns them.
-void RegisterSimulatorDataRefs();
+// In the order of their names.
+const std::vector<DataRefRow>& OwnDataRefs();
 
-// Publishes an int that plugins may write: 0 or 1, anything but 0 counting as 1.
-void PublishSwitch(const char* name, int& value);
+// Publishes them. Called once, before the library is started, so that the simulator owns them.
+void RegisterSimulatorDataRefs();
 
 }  // namespace sim

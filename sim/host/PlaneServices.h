@@ -1,4 +1,4 @@
-// The AI planes: three besides the user's, each with a model and a switch. They do not move.
+// All planes, as plugins see them: models, their number, who flies and draws those of the simulator.
 #pragma once
 
 #include <string>
@@ -9,9 +9,6 @@ namespace sim {
 
 void FillPlaneServices(VYRAHostServices& services);
 
-// To be called before the library is started: the switches are datarefs of the simulator.
-void PublishPlaneSwitches();
-
 // Loads the AI planes' models. To be called once the library is started.
 void StartAiPlanes();
 
@@ -20,5 +17,11 @@ void WatchAiPlanes();
 
 // The signature of the plugin that holds the AI planes; empty when none does.
 std::string AiPlanesOwner();
+
+// Draws the planes that no plugin has drawn in this frame. To be called at the end of its drawing.
+void DrawOtherPlanes();
+
+// How often plugins drew a plane in the frame that was drawn last.
+int CountPlaneDraws(int plane);
 
 }  // namespace sim

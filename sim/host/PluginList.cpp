@@ -7,6 +7,11 @@
 #include <algorithm>
 
 namespace sim {
+namespace {
+
+constexpr const char* kSimulator = "simulator";
+
+}  // namespace
 
 std::vector<PluginInfo> ListPlugins() {
   std::vector<PluginInfo> list;
@@ -20,6 +25,25 @@ std::vector<PluginInfo> ListPlugins() {
     list.push_back({id, name, signature, path, VYRAIsPluginEnabled(id) != 0});
   }
   return list;
+}
+
+std::string CallerPath() {
+  const VYRAPluginID caller = VYRAGetMyID();
+  char path[VYRA_PLUGIN_INFO_SIZE] = "";
+  if (caller != VYRA_HOST_PLUGIN) VYRAGetPluginInfo(caller, nullptr, path, nullptr, nullptr);
+  return path;
+}
+
+std::string OwnerOf(VYRAPluginID plugin) {
+  char signature[VYRA_PLUGIN_INFO_SIZE] = "";
+  VYRAGetPluginInfo(plugin, nullptr, nullptr, signature, nullptr);
+  return plugin == VYRA_HOST_PLUGIN ? kSimulator : signature;
+}
+
+std::string OwnerOfPath(const std::string& path) {
+  if (path.empty()) return kSimulator;
+  const VYRAPluginID plugin = VYRAFindPluginByPath(path.c_str());
+  return plugin != VYRA_NO_PLUGIN ? OwnerOf(plugin) : path;
 }
 
 std::string DescribeDifference(const std::vector<PluginInfo>& list, const std::vector<PluginInfo>& other) {

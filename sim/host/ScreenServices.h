@@ -1,4 +1,4 @@
-// The services of drawing in two dimensions, over the screen model, and the drawing steps of a frame.
+// The services of the screen's surface: texts, boxes, fonts, the mouse.
 #pragma once
 
 #include "VYRAHost.h"
@@ -6,8 +6,5 @@
 namespace sim {
 
 void FillScreenServices(VYRAHostServices& services);
-
-// Goes through the drawing of a frame. Nothing of the simulator's own is drawn.
-void DrawFrame();
 
 }  // namespace sim

@@ -9,11 +9,18 @@
 
 #include "host/CameraServices.h"
 #include "host/CommandServices.h"
+#include "host/DataFileServices.h"
+#include "host/GraphicsServices.h"
+#include "host/InputServices.h"
 #include "host/MenuServices.h"
-#include "host/NeutralServices.h"
+#include "host/NavigationServices.h"
 #include "host/ObjectServices.h"
+#include "host/Placement.h"
 #include "host/PlaneServices.h"
+#include "host/SceneryServices.h"
 #include "host/ScreenServices.h"
+#include "host/SpeechServices.h"
+#include "host/Symbols.h"
 #include "host/SystemServices.h"
 #include "host/TerrainServices.h"
 
@@ -40,7 +47,6 @@ VYRAHostServices MakeHostServices() {
   VYRAHostServices services{};
   services.serviceTableRevision = kTableRevision;
   services.hostVersion = kHostVersion;
-  FillNeutralServices(services);
   FillSystemServices(services);
   FillScreenServices(services);
   FillCameraServices(services);
@@ -49,6 +55,14 @@ VYRAHostServices MakeHostServices() {
   FillPlaneServices(services);
   FillTerrainServices(services);
   FillObjectServices(services);
+  FillSceneryServices(services);
+  FillPlacementServices(services);
+  FillNavigationServices(services);
+  FillDataFileServices(services);
+  FillGraphicsServices(services);
+  FillInputServices(services);
+  FillSpeechServices(services);
+  FillSymbolServices(services);
   CheckEverySlot(services);
   return services;
 }

@@ -1,47 +1,56 @@
-// Probes look straight down, from however high or low.
 #include "host/TerrainServices.h"
 
-#include <algorithm>
-
 #include "report/Activity.h"
-#include "world/Terrain.h"
+#include "world/World.h"
 
 namespace sim {
 namespace {
 
 int gProbeCount = 0;
 
+void Give(float* out, const world::Vector& vector) {
+  out[0] = static_cast<float>(vector.x);
+  out[1] = static_cast<float>(vector.y);
+  out[2] = static_cast<float>(vector.z);
+}
+
 int Probe(int probe, const float* point, float* location, float* normal, float* velocity, int* isWet) {
   ++gActivity.probings;
-  const std::optional<Ground> ground = GroundAt(static_cast<double>(point[0]), static_cast<double>(point[2]));
-  if (probe < 1 || probe > gProbeCount || !ground) return 0;
+  if (probe < 1 || probe > gProbeCount) return 0;
+  const std::optional<world::Terrain::Hit> hit = gWorld.terrain.Probe(
+      gWorld.localFrame,
+      {static_cast<double>(point[0]), static_cast<double>(point[1]), static_cast<double>(point[2])});
+  if (!hit) return 0;
   ++gActivity.probingsThatHit;
-  *isWet = ground->isWet ? 1 : 0;
-  location[0] = point[0];
-  location[1] = static_cast<float>(ground->height);
-  location[2] = point[2];
-  std::ranges::transform(ground->normal, normal, [](double part) { return static_cast<float>(part); });
-  std::fill_n(velocity, 3, 0.0F);
+  Give(location, hit->location);
+  Give(normal, hit->normal);
+  Give(velocity, hit->velocity);
+  *isWet = hit->isWet ? 1 : 0;
   return 1;
+}
+
+void WorldToLocal(double latitude, double longitude, double altitude, double* outX, double* outY,
+                  double* outZ) {
+  const world::Vector local =
+      gWorld.localFrame.ToLocal({.latitude = latitude, .longitude = longitude, .altitude = altitude});
+  if (outX != nullptr) *outX = local.x;
+  if (outY != nullptr) *outY = local.y;
+  if (outZ != nullptr) *outZ = local.z;
+}
+
+void LocalToWorld(double x, double y, double z, double* outLatitude, double* outLongitude,
+                  double* outAltitude) {
+  const world::Place place = gWorld.localFrame.ToPlace({x, y, z});
+  if (outLatitude != nullptr) *outLatitude = place.latitude;
+  if (outLongitude != nullptr) *outLongitude = place.longitude;
+  if (outAltitude != nullptr) *outAltitude = place.altitude;
 }
 
 }  // namespace
 
 void FillTerrainServices(VYRAHostServices& services) {
-  services.WorldToLocal = [](double latitude, double longitude, double altitude, double* outX, double* outY,
-                             double* outZ) {
-    const LocalPoint point = ToLocal({latitude, longitude, altitude});
-    *outX = point.x;
-    *outY = point.y;
-    *outZ = point.z;
-  };
-  services.LocalToWorld = [](double x, double y, double z, double* outLatitude, double* outLongitude,
-                             double* outAltitude) {
-    const WorldPoint point = ToWorld({x, y, z});
-    *outLatitude = point.latitude;
-    *outLongitude = point.longitude;
-    *outAltitude = point.altitude;
-  };
+  services.WorldToLocal = WorldToLocal;
+  services.LocalToWorld = LocalToWorld;
   services.CreateProbe = [] { return ++gProbeCount; };
   services.ProbeTerrainXYZ = Probe;
 }

@@ -87,6 +87,14 @@ std::vector<const PluginReport*> DearestFirst(const std::vector<PluginReport>& p
 
 }  // namespace
 
+std::optional<CallCost> CostPerFrame(const CostBlock& costs, std::string_view signature) {
+  const std::span plugins(costs.plugins.data(), static_cast<std::size_t>(costs.pluginCount));
+  const auto found = std::ranges::find_if(
+      plugins, [signature](const MeteredPlugin& plugin) { return signature == plugin.signature.data(); });
+  if (found == plugins.end()) return std::nullopt;
+  return CostOf(found->series, found->calls, found->frames);
+}
+
 void EnterCosts(const CostBlock& costs, Report& report) {
   for (const MeteredPlugin& plugin :
        std::span(costs.plugins).first(static_cast<std::size_t>(costs.pluginCount))) {

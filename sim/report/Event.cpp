@@ -28,9 +28,9 @@ struct Applier {
 
   void operator()(const PluginTold& event) const {
     PluginReport& plugin = PluginAt(event.plugin.path);
-    std::optional<PluginCost> cost = event.plugin.cost ? event.plugin.cost : std::move(plugin.cost);
+    const std::optional<PluginCost> cost = event.plugin.cost ? event.plugin.cost : plugin.cost;
     plugin = event.plugin;
-    plugin.cost = std::move(cost);
+    plugin.cost = cost;
   }
   void operator()(const CostTold& event) const { PluginAt(event.path).cost = event.cost; }
   void operator()(const LoadFailed& event) const { report.loadFailures.push_back(event.failure); }
@@ -43,6 +43,7 @@ struct Applier {
     ExpectationReport& expectation = report.expectations.at(event.index);
     expectation.result = event.holds ? ExpectationResult::Held : ExpectationResult::Failed;
     expectation.found = event.found;
+    expectation.lastHeld = event.lastHeld;
     if (event.coversLoadFailures) report.expectedLoadFailures = report.loadFailures.size();
   }
   void operator()(const FlightFailed& event) const { report.otherFailures.push_back(event.text); }
@@ -64,32 +65,11 @@ void WriteAll(int fileDescriptor, std::string_view text) {
 }
 
 // An event is an object with one key, the name of its kind.
-template <class Kind>
-constexpr const char* kKindName = nullptr;
-template <>
-constexpr const char* kKindName<PluginTold> = "plugin";
-template <>
-constexpr const char* kKindName<CostTold> = "cost";
-template <>
-constexpr const char* kKindName<LoadFailed> = "load failure";
-template <>
-constexpr const char* kKindName<FolderLookedAt> = "folder";
-template <>
-constexpr const char* kKindName<StepFailed> = "failed step";
-template <>
-constexpr const char* kKindName<ExpectationSettled> = "expectation";
-template <>
-constexpr const char* kKindName<FlightFailed> = "failure";
-template <>
-constexpr const char* kKindName<PluginEndedFlight> = "end by a plugin";
-template <>
-constexpr const char* kKindName<FlightEnded> = "end";
-
 template <class... Kinds>
 Event EventOf(const nlohmann::json& object, const std::variant<Kinds...>* /*kinds*/) {
   Event event;
   const auto tryKind = [&]<class Kind>() {
-    const auto found = object.find(kKindName<Kind>);
+    const auto found = object.find(Kind::kName);
     if (found == object.end()) return false;
     event = found->template get<Kind>();
     return true;
@@ -106,7 +86,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(CostTold, path, cost)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(LoadFailed, failure)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FolderLookedAt, folder)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(StepFailed, step)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ExpectationSettled, index, holds, found, coversLoadFailures)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ExpectationSettled, index, holds, found, lastHeld, coversLoadFailures)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FlightFailed, text)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PluginEndedFlight, result, culprit)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FlightEnded, totals)
@@ -116,7 +96,7 @@ void ApplyEvent(Report& report, const Event& event) { std::visit(Applier{report}
 std::string EventToLine(const Event& event) {
   const nlohmann::json object = std::visit(
       []<class Kind>(const Kind& kind) {
-        return nlohmann::json{{kKindName<Kind>, kind}};
+        return nlohmann::json{{Kind::kName, kind}};
       },
       event);
   return ToText(object) + '\n';

@@ -1,6 +1,6 @@
 // What happens in a flight, as it is told to the process that owns the report. Each event has what the report
-// needs, so that nothing else has to come through. A new kind of event is a struct here, a row of Event, and
-// what it does in ApplyEvent.
+// needs, so that nothing else has to come through. A new kind of event is a struct here with its name, a row
+// of Event, and what it does in ApplyEvent.
 #pragma once
 
 #include <string>
@@ -14,39 +14,49 @@ namespace sim {
 // A plugin was loaded, or something about it changed. Told again, it takes the place of what was told before
 // of the same path, but for the cost.
 struct PluginTold {
+  static constexpr const char* kName = "plugin";
   PluginReport plugin;
 };
 // What a plugin cost in the whole flight.
 struct CostTold {
+  static constexpr const char* kName = "cost";
   std::string path;
   PluginCost cost;
 };
 struct LoadFailed {
+  static constexpr const char* kName = "load failure";
   LoadFailure failure;
 };
 struct FolderLookedAt {
+  static constexpr const char* kName = "folder";
   std::string folder;
 };
 struct StepFailed {
+  static constexpr const char* kName = "failed step";
   FailedStep step;
 };
 struct ExpectationSettled {
+  static constexpr const char* kName = "expectation";
   std::size_t index;  // in the order of the flight file
   bool holds;
   std::string found;
+  int lastHeld;             // the frame, when it does not hold now; 0 for none
   bool coversLoadFailures;  // it expected those that were told before, and no others
 };
 // Something else that fails the flight, in one line.
 struct FlightFailed {
+  static constexpr const char* kName = "failure";
   std::string text;
 };
 // A plugin ended the flight. The first one told is the one that counts.
 struct PluginEndedFlight {
+  static constexpr const char* kName = "end by a plugin";
   Result result;
   Culprit culprit;
 };
 // The flight is over, and the process still stands.
 struct FlightEnded {
+  static constexpr const char* kName = "end";
   FlightTotals totals;
 };
 

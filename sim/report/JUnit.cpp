@@ -98,7 +98,10 @@ void AddExpectations(Suite& suite, const Report& report) {
     const pugi::xml_node testCase =
         suite.AddCase("expectation", fmt::format("line {}: {}", expectation.line, expectation.text));
     if (expectation.result == ExpectationResult::NotReached) suite.Fail(testCase, "not reached");
-    if (expectation.result == ExpectationResult::Failed) suite.Fail(testCase, "found " + expectation.found);
+    if (expectation.result != ExpectationResult::Failed) continue;
+    const std::string history =
+        expectation.lastHeld > 0 ? fmt::format("; true last after frame {}", expectation.lastHeld) : "";
+    suite.Fail(testCase, "found " + expectation.found + history);
   }
 }
 

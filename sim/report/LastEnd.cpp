@@ -3,14 +3,18 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <system_error>
 
+#include "choice/PluginPattern.h"
 #include "report/ReportJson.h"
 
 namespace sim {
@@ -24,12 +28,30 @@ namespace fs = std::filesystem;
 // The same in each start of the program, and different for nearly all folders (FNV-1a).
 std::uint64_t Hash(const std::string& text) {
   std::uint64_t hash = 14695981039346656037U;
-  for (const unsigned char byte : text) hash = (hash ^ byte) * 1099511628211U;
+  for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211U;
   return hash;
 }
 
 fs::path FileOf(const std::string& stateFolder, const std::string& systemPath) {
   return fs::path(stateFolder) / fmt::format("last-end-{:016x}.json", Hash(systemPath));
+}
+
+// The plugin's folder or loose module, as short as a pattern of paths may be. A path needs no start of the
+// plugin to be held against, as a signature would.
+std::string NameByPath(const std::string& module, const std::string& systemPath) {
+  const fs::path entry = EntryOf(module);
+  return module.starts_with(systemPath) ? entry.lexically_relative(systemPath) : entry;
+}
+
+std::string ForShell(const std::string& word) {
+  constexpr std::string_view kPlain = "/._-+=:,@%";
+  const auto isPlain = [&](unsigned char letter) {
+    return std::isalnum(letter) != 0 || kPlain.find(static_cast<char>(letter)) != kPlain.npos;
+  };
+  if (std::ranges::all_of(word, isPlain)) return word;
+  std::string quoted = "'";
+  for (const char letter : word) quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+  return quoted + "'";
 }
 
 std::string Variable(const char* name) {
@@ -76,9 +98,10 @@ bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, 
   return !file.fail();
 }
 
-std::string DescribeLastEnd(const LastEnd& end) {
-  return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin, move {} away",
-                     end.date, end.result, end.name, end.call.empty() ? "" : ", " + end.call, end.path);
+std::string DescribeLastEnd(const LastEnd& end, const std::string& systemPath) {
+  return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin: --skip {}", end.date,
+                     end.result, end.name, end.call.empty() ? "" : ", " + end.call,
+                     ForShell(LiteralPattern(NameByPath(end.path, systemPath))));
 }
 
 }  // namespace sim

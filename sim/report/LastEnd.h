@@ -30,7 +30,7 @@ std::optional<LastEnd> TakeLastEnd(const std::string& stateFolder, const std::st
 bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, Result result,
                  const Culprit& culprit);
 
-// One line, with a way to fly without the plugin.
-std::string DescribeLastEnd(const LastEnd& end);
+// One line, with what to give to "vyra-sim run" to fly without the plugin, fit for a shell.
+std::string DescribeLastEnd(const LastEnd& end, const std::string& systemPath);
 
 }  // namespace sim

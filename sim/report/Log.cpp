@@ -49,22 +49,31 @@ bool Log::Close() {
 }
 
 int Log::Count(std::string_view text) const {
-  int count = 0;
-  for (std::size_t at = written.find(text); at != std::string::npos;
-       at = written.find(text, at + text.size()))
+  auto found = searches.find(text);
+  if (found == searches.end()) found = searches.emplace(text, Search{}).first;
+  auto& [count, end] = found->second;
+  for (std::size_t at = written.find(text, end); at != std::string::npos; at = written.find(text, end)) {
     ++count;
+    end = at + text.size();
+  }
+  // What may be the text's beginning stays to be searched.
+  if (written.size() >= text.size()) end = std::max(end, written.size() - text.size() + 1);
   return count;
 }
 
 int Log::CountWarnings() const {
-  int count = 0;
-  std::string_view rest = written;
-  while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find('\n'), rest.size());
-    if (IsWarning(rest.substr(0, end))) ++count;
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+  for (std::size_t lineEnd = written.find('\n', warnings.end); lineEnd != std::string::npos;
+       lineEnd = written.find('\n', warnings.end)) {
+    const std::string_view line = std::string_view(written).substr(warnings.end, lineEnd - warnings.end);
+    if (IsWarning(line) && ++warnings.count == 1) firstWarning = line;
+    warnings.end = lineEnd + 1;
   }
-  return count;
+  return warnings.count + (IsWarning(std::string_view(written).substr(warnings.end)) ? 1 : 0);
+}
+
+std::string Log::FirstWarning() const {
+  if (CountWarnings() == 0) return "";
+  return firstWarning.empty() ? written.substr(warnings.end) : firstWarning;
 }
 
 }  // namespace sim

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,10 +21,12 @@ class Log {
   bool Close();
 
   // How often a text occurs, without overlap. Never called with an empty text.
+  // Each text is looked for in what was written since it was last asked for.
   int Count(std::string_view text) const;
 
   // The lines that speak of something wrong: see sim/README.md.
   int CountWarnings() const;
+  std::string FirstWarning() const;  // empty without any
 
  private:
   struct FileCloser {
@@ -31,7 +34,16 @@ class Log {
   };
 
   std::unique_ptr<std::FILE, FileCloser> logFile;
+  // How far the log was searched, and what was found until there.
+  struct Search {
+    int count = 0;
+    std::size_t end = 0;
+  };
+
   std::string written;
+  mutable std::map<std::string, Search, std::less<>> searches;
+  mutable Search warnings;           // in whole lines
+  mutable std::string firstWarning;  // of these
 };
 
 // The log of this flight, for services and hooks, which are plain functions.

@@ -2,13 +2,12 @@
 //
 // The contract between those who fill it and those who write it:
 //  - One process owns the report and writes it. Before the flight it enters what is known: the expectations,
-//    all as "not reached", and the plugins that are passed over.
+//    all as "not reached".
 //  - Whatever happens in flight is an event (report/Event.h), told with TellEvent as it happens. An event
 //    is one line of JSON on its way between processes, and changes the report through ApplyEvent. So a flight
 //    that ends badly leaves a report of all that was told before.
 //  - SettleReport comes last, when no event can follow: it settles the result and the exit code.
-//  - A plugin is known by the path of its module, as two may claim one signature and IDs are used again. The
-//    path is the user's own, also where the library was shown another one.
+//  - A plugin is known by the path of its module, as two may claim one signature and IDs are used again.
 //  - Times are milliseconds of wall time. Frames count from 1; 0 is before the first.
 #pragma once
 
@@ -85,6 +84,7 @@ struct ExpectationReport {
   int line = 0;      // in the flight file
   ExpectationResult result = ExpectationResult::NotReached;
   std::string found;  // empty when it was not reached
+  int lastHeld = 0;   // of one that failed: the last frame after which it would have held; 0 for none
 };
 
 struct FailedStep {
@@ -101,6 +101,8 @@ struct FlightTotals {
   float medianPassMicroseconds = 0.0F;
   float p99PassMicroseconds = 0.0F;
   float longestPassMicroseconds = 0.0F;
+  double timesRealTime = 0.0;  // simulated seconds of frames in a second of wall time
+  double libraryShare = 0.0;   // of a frame's wall time, from 0 to 1, that of the plugins included
   Activity activity;
 };
 

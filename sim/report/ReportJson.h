@@ -33,9 +33,10 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Activity, clicks, keys, menuPicks, commandsHe
                                    boxesDrawn, cameraTakings, cameraFrames, planesTakings, planesReturns,
                                    probings, probingsThatHit, objectsLoaded, objectsReleased, objectsDrawn)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FlightTotals, frames, passes, warnings, medianPassMicroseconds,
-                                   p99PassMicroseconds, longestPassMicroseconds, activity)
+                                   p99PassMicroseconds, longestPassMicroseconds, timesRealTime, libraryShare,
+                                   activity)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(CallCost, calls, totalMs, meanMs, medianMs, p99Ms, longestMs, longestFrame)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ExpectationReport, text, line, result, found)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ExpectationReport, text, line, result, found, lastHeld)
 
 void to_json(nlohmann::json& object, const PluginCost& cost);
 void from_json(const nlohmann::json& object, PluginCost& cost);

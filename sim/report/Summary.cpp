@@ -13,9 +13,15 @@ namespace {
 void PrintPlugins(const std::vector<PluginReport>& plugins) {
   fmt::print("\n  ID  enabled  {:<24}signature\n", "name");
   fmt::print("{:>4}  {:<7}  {:<24}{}\n", 0, "yes", "Skyvora", "-");
-  for (const PluginReport& plugin : plugins)
+  for (const PluginReport& plugin : plugins) {
+    if (plugin.state == "passed over") continue;
     fmt::print("{:>4}  {:<7}  {:<24}{}\n", plugin.id, plugin.state == "enabled" ? "yes" : "no", plugin.name,
                plugin.signature);
+  }
+  for (const PluginReport& plugin : plugins)
+    if (plugin.state == "passed over")
+      fmt::print("   -  passed over  {}{}\n", plugin.path,
+                 plugin.signature.empty() ? "" : fmt::format(" ({})", plugin.signature));
 }
 
 std::string Counted(long long count, const char* thing) {
@@ -55,6 +61,8 @@ void PrintTotals(const FlightTotals& totals, double rate) {
              totals.frames, rate, totals.frames / rate);
   fmt::print("wall time per pass  median {:.2f} us, 99th percentile {:.2f} us, longest {:.2f} us\n",
              totals.medianPassMicroseconds, totals.p99PassMicroseconds, totals.longestPassMicroseconds);
+  fmt::print("speed               {:.4g} times real time, {:.0f} % of it in the library and its plugins\n",
+             totals.timesRealTime, 100.0 * totals.libraryShare);
   fmt::print("log warnings        {}\n", totals.warnings);
 }
 

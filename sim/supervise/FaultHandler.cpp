@@ -40,8 +40,8 @@ bool IsReadable(std::uintptr_t page) {
 }
 
 // A memcpy that no sanitizer replaces by its own, which would find fault with reading a whole stack.
-[[gnu::no_sanitize("address", "undefined")]] void CopyWords(std::byte* to, std::uintptr_t from,
-                                                            std::size_t size) {
+__attribute__((no_sanitize("address", "undefined"))) void CopyWords(std::byte* to, std::uintptr_t from,
+                                                                    std::size_t size) {
   volatile std::uint64_t* const words = reinterpret_cast<std::uint64_t*>(to);
   for (std::size_t i = 0; i < size / sizeof(*words); ++i)
     words[i] = reinterpret_cast<const volatile std::uint64_t*>(from)[i];

@@ -55,6 +55,15 @@ TEST_F(CostTest, NamesThePluginTheKindOfCallAndTheFrame) {
   EXPECT_NE(run.output.find("  draw callback", table), std::string::npos);
 }
 
+// The sleeper's 50 ms slow the third of a second down that is flown.
+TEST_F(CostTest, SpeedIsMeasuredByTheWallAndTheLibrarysPartByFramesNowAndThen) {
+  const json totals = folder.Fly(20, {}).report.at("totals");
+  EXPECT_GT(totals.at("timesRealTime"), 0.0);
+  EXPECT_LE(totals.at("timesRealTime"), 20 / 60.0 / 0.05);
+  EXPECT_GT(totals.at("libraryShare"), 0.0);
+  EXPECT_LE(totals.at("libraryShare"), 1.0);
+}
+
 TEST_F(CostTest, PluginOverTheBudgetFailsTheFlight) {
   EXPECT_EQ(folder.Fly(8, {"--cost-budget", "5000"}).exitCode, 0);
   const SimulatorRun run = folder.Fly(8, {"--cost-budget", "15"});

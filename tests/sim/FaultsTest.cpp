@@ -81,6 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "std::out_of_range: thrown on purpose", "FlightLoop"},
         FaultCase{"exception@accessor", "exception", kFaulty, "dataref", "thrown on purpose", nullptr},
         FaultCase{"exception@start", "exception", "", "start", "thrown on purpose", "VyPluginStart"},
+        FaultCase{"exception@constructor", "exception", "", "opening", "thrown on purpose", "Construct"},
         FaultCase{"number@menu", "exception", kFaulty, "menu", "int", nullptr},
         FaultCase{"exit@loop", "exited", kFaulty, "flight loop", "exit", "FlightLoop"},
         FaultCase{"exit@constructor", "exited", "", "opening", "exit", "exit"},
@@ -105,7 +106,7 @@ SimulatorRun FlyFaulty(const SimulatorFolder& folder, const char* fault,
 TEST(FaultsOfThreads, CodeOfAClosedModuleNamesItsPlugin) {
   const SimulatorFolder folder;
   folder.Install("faulty", "../../Aircraft/Test/plugins/faulty/64/lin.vyp");
-  folder.Write("", "../../Aircraft/Test/Test.acf");
+  folder.Write(R"({"name": "Test"})", "../../Aircraft/Test/Test.acf");
   setenv("VYRA_TEST_FAULT", "thread-left@start", 1);
   const SimulatorRun run = folder.FlyFile(600,
                                           {{"steps",
@@ -143,6 +144,21 @@ TEST(Faults, SignalThatTellsNothingBlamesNobody) {
   }
 }
 
+TEST(Faults, LeaveAReportOfAllPlugins) {
+  const SimulatorFolder folder;
+  const std::vector<std::string> paths = {folder.Plugins("faulty/64/lin.vyp"),
+                                          folder.Install("plain", "plain/64/lin.vyp"),
+                                          folder.Install("reader", "reader/64/lin.vyp")};
+  const SimulatorRun run = FlyFaulty(folder, "null@loop");
+  ASSERT_EQ(run.report.at("plugins").size(), paths.size()) << run.report;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const nlohmann::json& plugin = run.report.at("plugins")[i];
+    EXPECT_EQ(plugin.at("path"), paths[i]);
+    EXPECT_EQ(plugin.at("state"), "enabled");
+    EXPECT_NE(plugin.at("name"), "");
+  }
+}
+
 TEST(Faults, CoreIsLeftByTheSignalItself) {
   const SimulatorRun run = FlyFaulty(SimulatorFolder(), "null@loop", {"--core"});
   EXPECT_EQ(run.exitCode, 128 + SIGSEGV);
@@ -152,8 +168,8 @@ TEST(Faults, CoreIsLeftByTheSignalItself) {
 TEST(Faults, AreRememberedForTheNextStart) {
   const SimulatorFolder folder;
   const std::vector<std::string> state = {"--state", folder.Path("state")};
-  const std::string line = "crashed: Faulty, flight loop; to fly without that plugin, move " +
-                           folder.Path("Resources/plugins/faulty/64/lin.vyp") + " away";
+  const std::string line =
+      "crashed: Faulty, flight loop; to fly without that plugin: --skip Resources/plugins/faulty\n";
   EXPECT_EQ(FlyFaulty(folder, "null@loop", state).output.find(line), std::string::npos);
   setenv("VYRA_TEST_FAULT", "none", 1);
   EXPECT_NE(folder.Fly(1, state).output.find(line), std::string::npos);

@@ -96,8 +96,19 @@ TEST_F(FlightFile, ValuesAreWhatTheirKeysDeclare) {
   EXPECT_EQ(step(R"("broadcastEvent": 3)"),
             "1:43: steps[0]: event 3 is no broadcast: 2, 4, 6, 7, 11 and 13 are");
   EXPECT_EQ(step(R"("unloadAircraft": false)"), "1:43: steps[0]: \"unloadAircraft\" can only be true");
-  EXPECT_EQ(step(R"("key": "F1")"), "1:32: steps[0]: \"key\" must be one letter or digit");
-  EXPECT_EQ(step(R"("pickMenuItem": "")"), "1:41: steps[0]: \"pickMenuItem\" must be a text");
+  EXPECT_EQ(step(R"("key": "PageUp")"),
+            "1:32: steps[0]: there is no key \"PageUp\"; did you mean \"Page Up\"?");
+  EXPECT_EQ(step(R"("key": "a", "modifiers": ["shft"])"),
+            "1:50: steps[0]: \"modifiers\" must be an array of some of: shift, control, alt");
+  EXPECT_EQ(
+      step(R"("drag": [[1, 2]])"),
+      "1:33: steps[0]: \"drag\" must be an array of two pixels or more, each an array of two whole numbers");
+  EXPECT_EQ(step(R"("waitUntil": {"dataRef": "a", "equal": 1}, "limit": 9)"),
+            "1:55: steps[0].waitUntil: unknown key \"equal\"; did you mean \"equals\"?");
+  EXPECT_EQ(step(R"("waitUntil": {"frame": 1, "pluginCount": 1}, "limit": 9)"),
+            "1:39: steps[0].waitUntil: unknown key \"frame\"");
+  EXPECT_EQ(step(R"("pickMenuItem": "")"),
+            "1:41: steps[0]: \"pickMenuItem\" must be a text or an array of texts");
   EXPECT_EQ(step(R"("writeDataRef": {"name": "a", "value": [1, "b"]})"),
             "1:64: steps[0].writeDataRef: \"value\" must be a number, an array of numbers or a text");
   EXPECT_NE(step(R"("loadAircraft": "Glider.acf")").find("steps[0]: there is no aircraft file"),
@@ -108,13 +119,13 @@ TEST_F(FlightFile, EachStepAndExpectationIsOneThingAtOneMoment) {
   EXPECT_EQ(Refusal(R"({"steps": [{"frame": 1, "key": "c", "unloadAircraft": true}]})"),
             "1:25: steps[0]: \"unloadAircraft\" and \"key\" are two steps: each is an object of its own");
   EXPECT_EQ(Refusal(R"({"expectations": [{"pluginCount": 1}]})"),
-            "1:19: expectations[0]: an expectation needs either \"frame\" or \"after\"");
-  EXPECT_EQ(
-      Refusal(R"({"expectations": [{"dataRef": "a", "frame": 1}]})"),
-      "1:19: expectations[0]: \"dataRef\" needs one of \"equals\", \"atLeast\", \"contains\", \"absent\"");
+            "1:19: expectations[0]: an expectation needs one of \"frame\", \"second\", \"after\"");
+  EXPECT_EQ(Refusal(R"({"expectations": [{"dataRef": "a", "frame": 1}]})"),
+            "1:19: expectations[0]: \"dataRef\" needs one of \"equals\", \"atLeast\", \"atMost\", "
+            "\"between\", \"changesBy\", \"contains\", \"absent\"");
   EXPECT_EQ(Refusal(R"({"expectations": [{"dataRef": "a", "frame": 1, "equals": 1, "atLeast": 1}]})"),
-            "1:19: expectations[0]: \"dataRef\" needs only one of \"equals\", \"atLeast\", \"contains\", "
-            "\"absent\"");
+            "1:19: expectations[0]: \"dataRef\" needs only one of \"equals\", \"atLeast\", \"atMost\", "
+            "\"between\", \"changesBy\", \"contains\", \"absent\"");
 }
 
 TEST(Vocabulary, PageInTheTreeIsMadeFromIt) {

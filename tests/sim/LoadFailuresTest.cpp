@@ -9,7 +9,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
 
 // What the report says of a module; empty when it says nothing.

@@ -25,7 +25,11 @@ const PluginTold kClock{.plugin = {.id = 1,
                                    .cost = {}}};
 
 ExpectationSettled Settled(std::size_t index, bool holds, bool coversLoadFailures = false) {
-  return {.index = index, .holds = holds, .found = "3", .coversLoadFailures = coversLoadFailures};
+  return {.index = index,
+          .holds = holds,
+          .found = "3",
+          .lastHeld = holds ? 0 : 2,
+          .coversLoadFailures = coversLoadFailures};
 }
 
 TEST(Report, PassesOnlyWhenNothingIsLeftOpen) {

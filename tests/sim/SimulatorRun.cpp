@@ -26,6 +26,7 @@ fs::path MakeFolder() {
 // In the child: becomes the program, or ends.
 [[noreturn]] void Become(const std::vector<std::string>& arguments, const fs::path& files) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
   const int output = open((files / "output").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);

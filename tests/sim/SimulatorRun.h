@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-struct SimulatorRun {
-  int exitCode = 0;  // 128 and the signal's number when a signal ended it
+struct SimulatorRun {  // NOLINT(bugprone-exception-escape): a report is moved as JSON, which may not throw
+  int exitCode = 0;    // 128 and the signal's number when a signal ended it
   std::string output;
   std::string error;
   std::string log;

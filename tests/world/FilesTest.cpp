@@ -37,7 +37,8 @@ TEST(JsonTree, KnowsTheLineOfEveryValue) {
 TEST(JsonTree, RefusesWhatIsNoJson) {
   EXPECT_EQ(ProblemOf([] { ParseJson("{\n\"a\": 1,\n}", "f"); }),
             "f:3: syntax error while parsing object key - unexpected '}'; expected string literal");
-  EXPECT_EQ(ProblemOf([] { ParseJson("{\"a\": 1, \n\"a\": 2}", "f"); }), "f:2: \"a\" stands here twice");
+  EXPECT_EQ(ProblemOf([] { ParseJson("{\"a\": 1, \n\"a\": 2}", "f"); }),
+            "f:2: the key \"a\" stands here a second time");
   EXPECT_EQ(ProblemOf([] { ParseJson(std::string(100'000, '['), "f"); }),
             "f:1: values lie too deep in each other");
   EXPECT_NE(ProblemOf([] { ParseJson("", "f"); }), "none");

@@ -1,48 +1,124 @@
 #include <fmt/format.h>
+
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "flight/expectations/Expectations.h"
 #include "host/DataRefValue.h"
+#include "report/Moment.h"
+#include "world/World.h"
 
 namespace sim {
 namespace {
 
+using Value = std::optional<DataRefValue>;
+
+// What is claimed of a value. It may remember what it saw, which is why it is told of every value.
 struct Comparison {
-  std::string_view key;
-  std::string_view verb;
-  bool (*holds)(const DataRefValue& found, const DataRefValue& wanted);
+  std::string text;
+  std::function<bool(const Value& found)> holds;
 };
 
-bool Equal(const DataRefValue& found, const DataRefValue& wanted) {
+const double* NumberIn(const Value& value) { return value ? std::get_if<double>(&*value) : nullptr; }
+
+std::string Margin(double tolerance) {
+  return tolerance > 0.0 ? fmt::format(" within {:.9g}", tolerance) : "";
+}
+
+// Without a tolerance in single precision.
+bool IsNear(double left, double right, double tolerance) {
+  return tolerance > 0.0 ? std::abs(left - right) <= tolerance : SameNumber(left, right);
+}
+
+bool Equal(const DataRefValue& found, const DataRefValue& wanted, double tolerance) {
   const auto* const number = std::get_if<double>(&found);
   const auto* const wantedNumber = std::get_if<double>(&wanted);
-  if (number != nullptr && wantedNumber != nullptr) return SameNumber(*number, *wantedNumber);
+  if (number != nullptr && wantedNumber != nullptr) return IsNear(*number, *wantedNumber, tolerance);
   const auto* const numbers = std::get_if<std::vector<double>>(&found);
   const auto* const wantedNumbers = std::get_if<std::vector<double>>(&wanted);
   if (numbers != nullptr && wantedNumbers != nullptr)
-    return std::ranges::equal(*numbers, *wantedNumbers, SameNumber);
+    return std::ranges::equal(*numbers, *wantedNumbers, [tolerance](double left, double right) {
+      return IsNear(left, right, tolerance);
+    });
   return found == wanted;
 }
 
-bool IsAtLeast(const DataRefValue& found, const DataRefValue& wanted) {
-  const auto* const number = std::get_if<double>(&found);
-  return number != nullptr && *number >= std::get<double>(wanted);
+Comparison Equals(const Entry& entry) {
+  const DataRefValue wanted = entry.Value("equals");
+  const double tolerance = entry.Has("tolerance") ? entry.Number("tolerance") : 0.0;
+  return {"equals " + ToText(wanted) + Margin(tolerance),
+          [wanted, tolerance](const Value& found) { return found && Equal(*found, wanted, tolerance); }};
 }
 
-bool Contains(const DataRefValue& found, const DataRefValue& wanted) {
-  const auto* const text = std::get_if<std::string>(&found);
-  return text != nullptr && text->find(std::get<std::string>(wanted)) != std::string::npos;
+Comparison AtLeast(const Entry& entry) {
+  return {fmt::format("is at least {:.9g}", entry.Number("atLeast")),
+          [least = entry.Number("atLeast")](const Value& found) {
+            const double* const number = NumberIn(found);
+            return number != nullptr && *number >= least;
+          }};
 }
 
-constexpr Comparison kEquals{.key = "equals", .verb = "equals", .holds = Equal};
-constexpr Comparison kAtLeast{.key = "atLeast", .verb = "is at least", .holds = IsAtLeast};
-constexpr Comparison kContains{.key = "contains", .verb = "contains", .holds = Contains};
+Comparison AtMost(const Entry& entry) {
+  return {fmt::format("is at most {:.9g}", entry.Number("atMost")),
+          [most = entry.Number("atMost")](const Value& found) {
+            const double* const number = NumberIn(found);
+            return number != nullptr && *number <= most;
+          }};
+}
+
+Comparison Between(const Entry& entry) {
+  const std::pair<double, double> range = entry.Range("between");
+  return {fmt::format("is between {:.9g} and {:.9g}", range.first, range.second),
+          [range](const Value& found) {
+            const double* const number = NumberIn(found);
+            return number != nullptr && *number >= range.first && *number <= range.second;
+          }};
+}
+
+// Compared with what it was after a frame, or when it was first there to be looked at.
+Comparison ChangesBy(const Entry& entry) {
+  const double wanted = entry.Number("changesBy");
+  const double tolerance = entry.Has("tolerance") ? entry.Number("tolerance") : 0.0;
+  const int since = entry.WholeNumber("since", 0);
+  std::string text = fmt::format("has changed by {:.9g}{}", wanted, Margin(tolerance));
+  if (since > 0) text += fmt::format(" since frame {}", since);
+  return {std::move(text),
+          [wanted, tolerance, since, before = std::optional<double>()](const Value& found) mutable {
+            const double* const number = NumberIn(found);
+            if (number == nullptr || gWorld.frame < since) return false;
+            if (!before) before = *number;
+            return IsNear(*number - *before, wanted, tolerance);
+          }};
+}
+
+Comparison Contains(const Entry& entry) {
+  return {"contains " + ToText(entry.Text("contains")), [part = entry.Text("contains")](const Value& found) {
+            const auto* const text = found ? std::get_if<std::string>(&*found) : nullptr;
+            return text != nullptr && text->find(part) != std::string::npos;
+          }};
+}
+
+Comparison Absent(const Entry& /*entry*/) {
+  return {"is absent", [](const Value& found) { return !found; }};
+}
+
+constexpr std::array<std::pair<std::string_view, Comparison (*)(const Entry&)>, 7> kComparisons{{
+    {"equals", Equals},
+    {"atLeast", AtLeast},
+    {"atMost", AtMost},
+    {"between", Between},
+    {"changesBy", ChangesBy},
+    {"contains", Contains},
+    {"absent", Absent},
+}};
 
 // The value, or an array's element; nothing when there is neither.
-std::optional<DataRefValue> ReadAt(const std::string& dataRef, std::optional<int> index) {
-  std::optional<DataRefValue> value = ReadDataRef(dataRef);
+Value ReadAt(const std::string& dataRef, std::optional<int> index) {
+  Value value = ReadDataRef(dataRef);
   if (!index || !value) return value;
   const auto* const numbers = std::get_if<std::vector<double>>(&*value);
   const auto position = static_cast<std::size_t>(*index);
@@ -50,25 +126,22 @@ std::optional<DataRefValue> ReadAt(const std::string& dataRef, std::optional<int
   return (*numbers)[position];
 }
 
-std::string Found(const std::optional<DataRefValue>& value) { return value ? ToText(*value) : "nothing"; }
-
 Claim Read(const Entry& entry, const FlightContext& /*context*/) {
   const std::string dataRef = entry.Text("dataRef");
   std::optional<int> index;
   if (entry.Has("index")) index = entry.WholeNumber("index");
+  if (entry.Has("tolerance") && !entry.Has("equals") && !entry.Has("changesBy"))
+    entry.FailAtKey("tolerance", "\"tolerance\" stands beside \"equals\" or \"changesBy\"");
+  if (entry.Has("since") && !entry.Has("changesBy"))
+    entry.FailAtKey("since", "\"since\" stands beside \"changesBy\"");
+  const auto* const chosen = std::ranges::find_if(
+      kComparisons, [&entry](const auto& comparison) { return entry.Has(comparison.first); });
+  Comparison comparison = chosen->second(entry);
   const std::string name = index ? fmt::format("{}[{}]", dataRef, *index) : dataRef;
-  if (entry.Has("absent")) {
-    return {.text = name + " is absent", .check = [dataRef, index]() -> Finding {
-              const std::optional<DataRefValue> value = ReadAt(dataRef, index);
-              return {!value, Found(value)};
-            }};
-  }
-  const Comparison comparison = entry.Has("atLeast") ? kAtLeast : entry.Has("contains") ? kContains : kEquals;
-  const DataRefValue wanted = entry.Value(comparison.key);
-  return {.text = fmt::format("{} {} {}", name, comparison.verb, ToText(wanted)),
-          .check = [dataRef, index, comparison, wanted]() -> Finding {
-            const std::optional<DataRefValue> value = ReadAt(dataRef, index);
-            return {value && comparison.holds(*value, wanted), Found(value)};
+  return {.text = fmt::format("{} {}", name, comparison.text),
+          .check = [dataRef, index, holds = std::move(comparison.holds)]() -> Finding {
+            const Value value = ReadAt(dataRef, index);
+            return {holds(value), value ? ToText(*value) : "nothing"};
           }};
 }
 
@@ -77,13 +150,21 @@ Claim Read(const Entry& entry, const FlightContext& /*context*/) {
 ExpectationWord DataRefIsExpectation() {
   return {
       {.key = TextKey("dataRef", "the dataref of this name is as one of the other keys says"),
-       .others = {Optional(ValueKey("equals", "it has this value; numbers are compared in single precision")),
-                  Optional(NumberKey("atLeast", "it is a number, and not smaller")),
-                  Optional(TextKey("contains", "it is data with this text in it")),
-                  Optional(TrueKey("absent", "nobody publishes it")),
-                  Optional(WholeNumberKey("index", 0, std::numeric_limits<int>::max(),
-                                          "of an array, only this element"))},
-       .oneOf = {"equals", "atLeast", "contains", "absent"}},
+       .others =
+           {Optional(ValueKey("equals", "it has this value; numbers are compared in single precision")),
+            Optional(NumberKey("atLeast", "it is a number, and not smaller")),
+            Optional(NumberKey("atMost", "it is a number, and not larger")),
+            Optional(RangeKey("between", "it is a number from the first to the second")),
+            Optional(NumberKey("changesBy", "it is a number, larger by this than it was")),
+            Optional(TextKey("contains", "it is data with this text in it")),
+            Optional(TrueKey("absent", "nobody publishes it")),
+            Optional(AmountKey("tolerance", "beside `equals` or `changesBy`: so far away is near enough")),
+            Optional(WholeNumberKey("since", 0, kMaxFrames,
+                                    "beside `changesBy`: compared with after this frame, and without it "
+                                    "with when it was first there to be looked at")),
+            Optional(WholeNumberKey("index", 0, std::numeric_limits<int>::max(),
+                                    "of an array, only this element"))},
+       .oneOf = {"equals", "atLeast", "atMost", "between", "changesBy", "contains", "absent"}},
       Read};
 }
 

@@ -2,9 +2,15 @@
 // Expectations.cpp.
 #pragma once
 
+#include <optional>
+
 #include "flight/Vocabulary.h"
+#include "view/Screen.h"
 
 namespace sim {
+
+// That a count is so many.
+Claim CountClaim(std::string text, int wanted, int (*count)());
 
 ExpectationWord LogContainsExpectation();
 ExpectationWord LogLacksExpectation();
@@ -18,6 +24,21 @@ ExpectationWord CameraIsExpectation();
 ExpectationWord PlanesHeldByExpectation();
 ExpectationWord ObjectsLoadedExpectation();
 ExpectationWord LoadFailuresAreExpectation();
+ExpectationWord ObjectDrawnExpectation();
+ExpectationWord PlaneDrawnExpectation();
+ExpectationWord NoWarningsExpectation();
+ExpectationWord WindowIsExpectation();
+ExpectationWord ClickTakenByExpectation();
+ExpectationWord KeyTakenByExpectation();
+ExpectationWord WheelTakenByExpectation();
+ExpectationWord CursorIsExpectation();
+ExpectationWord HotKeyIsExpectation();
+ExpectationWord HandledByExpectation();
+ExpectationWord CalledTimesExpectation();
+ExpectationWord TextureBoundExpectation();
+ExpectationWord FileHasExpectation();
+ExpectationWord CostBelowExpectation();
+ExpectationWord FeatureIsExpectation();
 
 // What several rooms share.
 
@@ -27,8 +48,16 @@ bool SameNumber(double left, double right);
 // "once", "3 times".
 std::string Times(int count);
 
-// Whether a text that was drawn in this frame has this text in it, and all that were drawn, for a reader.
-bool ScreenHas(const std::string& text);
-std::string TextsOnScreen();
+// A text that is looked for on the screen, and where: the key "inside", which may be missing.
+struct ScreenSearch {
+  std::string text;
+  std::optional<Rectangle> within;
+
+  std::string Text() const;   // what is looked for, for a reader
+  bool Succeeds() const;      // whether a text that shows has it
+  std::string Found() const;  // all texts that show there, for a reader
+};
+Key InsideKey();
+ScreenSearch ReadScreenSearch(const Entry& entry, std::string_view word);
 
 }  // namespace sim

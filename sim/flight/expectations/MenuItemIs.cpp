@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "flight/expectations/Expectations.h"
 #include "host/MenuServices.h"
@@ -7,9 +8,10 @@ namespace sim {
 namespace {
 
 Claim Read(const Entry& entry, const FlightContext& /*context*/) {
-  const std::string way = entry.Text("menuItem");
+  const std::vector<std::string> way = entry.Way("menuItem");
   const std::string wanted = entry.Text("is");
-  return {.text = fmt::format("menu item {} is {}", way, wanted), .check = [way, wanted]() -> Finding {
+  return {.text = fmt::format("menu item {} is {}", fmt::join(way, "/"), wanted),
+          .check = [way, wanted]() -> Finding {
             const std::string state = MenuItemState(way);
             return {state == wanted, state};
           }};
@@ -18,7 +20,7 @@ Claim Read(const Entry& entry, const FlightContext& /*context*/) {
 }  // namespace
 
 ExpectationWord MenuItemIsExpectation() {
-  return {{.key = TextKey("menuItem", "the item with this way through the menus is in this state"),
+  return {{.key = WayKey("menuItem", "the item with this way through the menus is in this state"),
            .others = {ChoiceKey("is", {"absent", "disabled", "plain", "unchecked", "checked"},
                                 "`plain` has no place for a check mark")}},
           Read};

@@ -2,17 +2,15 @@
 #include <limits>
 
 #include "flight/expectations/Expectations.h"
-#include "world/Objects.h"
+#include "world/World.h"
 
 namespace sim {
 namespace {
 
 Claim Read(const Entry& entry, const FlightContext& /*context*/) {
   const int wanted = entry.WholeNumber("objectsLoaded");
-  return {.text = fmt::format("number of objects loaded is {}", wanted), .check = [wanted]() -> Finding {
-            const int count = LoadedObjects();
-            return {count == wanted, std::to_string(count)};
-          }};
+  return CountClaim(fmt::format("number of objects loaded is {}", wanted), wanted,
+                    [] { return gWorld.objects.CountLoads(); });
 }
 
 }  // namespace

@@ -9,10 +9,7 @@ namespace {
 
 Claim Read(const Entry& entry, const FlightContext& /*context*/) {
   const int wanted = entry.WholeNumber("pluginCount");
-  return {.text = fmt::format("there are {} plugins", wanted), .check = [wanted]() -> Finding {
-            const int count = VYRACountPlugins();
-            return {count == wanted, std::to_string(count)};
-          }};
+  return CountClaim(fmt::format("there are {} plugins", wanted), wanted, VYRACountPlugins);
 }
 
 }  // namespace

@@ -18,17 +18,19 @@ Claim Read(const Entry& entry, const FlightContext& /*context*/) {
   return {.text = fmt::format("plugin {} is {}", signature, wanted),
           .check = [signature, wanted]() -> Finding {
             const std::string state = StateOf(signature);
-            return {wanted == "loaded" ? state != "absent" : state == wanted, state};
+            return {state == (wanted == "loaded" ? "disabled" : wanted), state};
           }};
 }
 
 }  // namespace
 
 ExpectationWord PluginIsExpectation() {
-  return {{.key = TextKey("plugin", "the plugin with this signature is in this state"),
-           .others = {ChoiceKey("is", {"loaded", "enabled", "disabled", "absent"},
-                                "`loaded` holds for enabled and disabled ones")}},
-          Read};
+  return {
+      {.key = TextKey("plugin", "the plugin with this signature is in this state"),
+       .others = {ChoiceKey(
+           "is", {"loaded", "enabled", "disabled", "absent"},
+           "exactly so: `loaded`, as the headers call it, is `disabled`, and an enabled one is neither")}},
+      Read};
 }
 
 }  // namespace sim

@@ -6,18 +6,18 @@ namespace sim {
 namespace {
 
 Claim Read(const Entry& entry, const FlightContext& /*context*/) {
-  const std::string text = entry.Text("screenLacks");
-  return {.text = fmt::format("screen does not show \"{}\"", text), .check = [text] {
-            return Finding{ScreenHas(text) == false, TextsOnScreen()};
+  const ScreenSearch search = ReadScreenSearch(entry, "screenLacks");
+  return {.text = fmt::format("screen does not show {}", search.Text()), .check = [search] {
+            return Finding{!search.Succeeds(), search.Found()};
           }};
 }
 
 }  // namespace
 
 ExpectationWord ScreenLacksExpectation() {
-  return {
-      {.key = TextKey("screenLacks", "no text or number that was drawn in this frame has it"), .others = {}},
-      Read};
+  return {{.key = TextKey("screenLacks", "no text or number that shows in this frame has it"),
+           .others = {InsideKey()}},
+          Read};
 }
 
 }  // namespace sim

@@ -16,7 +16,10 @@ Effect Read(const Entry& entry, const FlightContext& context) {
   if (path.size() >= kModelPathBuffer)
     entry.FailAtValue("loadAircraft",
                       fmt::format("the path is longer than {} bytes: {}", kModelPathBuffer - 1, path));
-  return [path] { return Outcome{true, LoadUserAircraft(path)}; };
+  return [path] {
+    const PackageOutcome outcome = LoadUserAircraft(path);
+    return Outcome{outcome.succeeded, outcome.text};
+  };
 }
 
 }  // namespace

@@ -8,22 +8,28 @@ namespace sim {
 namespace {
 
 Effect Read(const Entry& entry, const FlightContext& context) {
-  std::string folder = context.systemPath + entry.Text("loadScenery");
-  if (!std::filesystem::is_directory(folder))
-    entry.FailAtValue("loadScenery", fmt::format("there is no folder {}", folder));
-  if (!folder.ends_with('/')) folder += '/';
-  return [folder] { return Outcome{true, LoadScenery(folder)}; };
+  return [folder = SceneryFolder(entry, "loadScenery", context)] {
+    return Outcome{true, LoadScenery(folder)};
+  };
 }
 
 }  // namespace
 
+std::string SceneryFolder(const Entry& entry, std::string_view word, const FlightContext& context) {
+  std::string folder = context.systemPath + entry.Text(word);
+  if (!std::filesystem::is_directory(folder))
+    entry.FailAtValue(word, fmt::format("there is no folder {}", folder));
+  if (!folder.ends_with('/')) folder += '/';
+  return folder;
+}
+
 StepWord LoadSceneryStep() {
-  return {
-      {.key = TextKey("loadScenery",
-                      "calls event 12 for this folder; needed again after a reload, which unloads scenery "
-                      "plugins"),
-       .others = {}},
-      Read};
+  return {{.key = TextKey(
+               "loadScenery",
+               "opens the package in this folder: calls event 12 for it, or enables its plugins again; "
+               "needed again after a reload, which unloads scenery plugins"),
+           .others = {}},
+          Read};
 }
 
 }  // namespace sim

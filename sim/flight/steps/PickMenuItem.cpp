@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "flight/steps/Steps.h"
 #include "host/MenuServices.h"
@@ -7,19 +8,20 @@ namespace sim {
 namespace {
 
 Effect Read(const Entry& entry, const FlightContext& /*context*/) {
-  return [way = entry.Text("pickMenuItem")]() -> Outcome {
+  return [way = entry.Way("pickMenuItem")]() -> Outcome {
+    const std::string name = fmt::format("{}", fmt::join(way, "/"));
     const std::string problem = PickMenuItem(way);
-    if (!problem.empty()) return {false, fmt::format("menu item {} not picked: {}", way, problem)};
-    return {true, fmt::format("menu item {} picked", way)};
+    if (!problem.empty()) return {false, fmt::format("menu item {} not picked: {}", name, problem)};
+    return {true, fmt::format("menu item {} picked", name)};
   };
 }
 
 }  // namespace
 
 StepWord PickMenuItemStep() {
-  return {{.key = TextKey("pickMenuItem",
-                          "picks an item of the menu bar by its way through the menus, as in "
-                          "`Plugins/Clock/Set to zero`"),
+  return {{.key = WayKey("pickMenuItem",
+                         "picks an item of the menu bar by its way through the menus, as in "
+                         "`Plugins/Clock/Set to zero`; an array when a name has a `/` in it"),
            .others = {}},
           Read};
 }

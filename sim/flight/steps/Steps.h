@@ -13,11 +13,37 @@ StepWord SendMessageStep();
 StepWord BroadcastEventStep();
 StepWord WriteDataRefStep();
 StepWord ClickStep();
+StepWord TypeKeyStep();
 StepWord PressKeyStep();
+StepWord ReleaseKeyStep();
+StepWord MoveMouseStep();
+StepWord PressMouseStep();
+StepWord ReleaseMouseStep();
+StepWord DragStep();
+StepWord TurnWheelStep();
+StepWord EnablePluginStep();
+StepWord DisablePluginStep();
+StepWord ReloadPluginsStep();
+StepWord UnloadSceneryStep();
 StepWord PickMenuItemStep();
 StepWord HoldCommandStep();
+StepWord ScreenshotStep();
+StepWord PlaceAtAirportStep();
+StepWord LoadFlightPlanStep();
+StepWord SaveFlightPlanStep();
+StepWord LoadSituationStep();
+StepWord SaveSituationStep();
+StepWord WaitUntilStep();
 
-// Who took a click or a key.
-std::string TakenBy(bool isTaken, std::string_view taker);
+// What several rooms share.
+
+// "taken by org.skyvora.clock", or "left to the simulator".
+std::string TakenBy(const std::string& taker);
+
+// "x" and "y" of a place on the screen.
+std::vector<Key> PixelKeys();
+
+// The folder of a package of scenery, ending in "/". Throws InputError when there is none.
+std::string SceneryFolder(const Entry& entry, std::string_view word, const FlightContext& context);
 
 }  // namespace sim

@@ -95,11 +95,10 @@ Wheel ReadWheel(const JsonValue& value) {
   wheel.position = {position[0].Number(-kFarthestWheel, kFarthestWheel),
                     position[1].Number(-kFarthestWheel, kFarthestWheel),
                     position[2].Number(-kFarthestWheel, kFarthestWheel)};
-  if (const JsonValue* const spring = value.Find("spring_n_per_m")) wheel.spring = spring->Number(1.0, 1e8);
-  if (const JsonValue* const damper = value.Find("damper_ns_per_m")) wheel.damper = damper->Number(0.0, 1e7);
-  if (const JsonValue* const steering = value.Find("steering_deg"))
-    wheel.steeringDegrees = steering->Number(0.0, 80.0);
-  if (const JsonValue* const brake = value.Find("brake")) wheel.hasBrake = brake->YesOrNo();
+  if (const auto spring = value.Find("spring_n_per_m")) wheel.spring = spring->Number(1.0, 1e8);
+  if (const auto damper = value.Find("damper_ns_per_m")) wheel.damper = damper->Number(0.0, 1e7);
+  if (const auto steering = value.Find("steering_deg")) wheel.steeringDegrees = steering->Number(0.0, 80.0);
+  if (const auto brake = value.Find("brake")) wheel.hasBrake = brake->YesOrNo();
   return wheel;
 }
 
@@ -111,17 +110,17 @@ AircraftDescription ParseAircraft(const std::string& text, const std::string& fi
                   "surfaces", "engine", "wheels"});
   AircraftDescription description;
   description.name = file["name"].Text();
-  if (const JsonValue* const model = file.Find("model")) description.modelFile = model->Text();
+  if (const auto model = file.Find("model")) description.modelFile = model->Text();
   for (const NumberField& field : kFields) {
-    const JsonValue* const group = file.Find(field.group);
-    const JsonValue* const value = group != nullptr ? group->Find(field.name) : nullptr;
-    if (value != nullptr) field.in(description) = value->Number(field.smallest, field.largest);
+    const auto group = file.Find(field.group);
+    const auto value = group ? group->Find(field.name) : std::nullopt;
+    if (value) field.in(description) = value->Number(field.smallest, field.largest);
   }
   for (const std::string_view group :
        {"mass", "wing", "lift", "drag", "side_force", "roll", "pitch", "yaw", "surfaces", "engine"})
-    if (const JsonValue* const values = file.Find(group))
+    if (const auto values = file.Find(group))
       values->AllowOnlyWhere([group](std::string_view name) { return IsField(group, name); });
-  if (const JsonValue* const wheels = file.Find("wheels")) {
+  if (const auto wheels = file.Find("wheels")) {
     description.wheels.clear();
     if (wheels->Elements().size() > kMostWheels) wheels->Fail("there are more than 12 wheels");
     for (const JsonValue& wheel : wheels->Elements()) description.wheels.push_back(ReadWheel(wheel));

@@ -2,7 +2,6 @@
 // 1984, third edition.
 #include "world/earth/Earth.h"
 
-#include <GeographicLib/Constants.hpp>
 #include <GeographicLib/Geodesic.hpp>
 #include <algorithm>
 #include <cmath>
@@ -12,9 +11,9 @@
 namespace sim::world {
 namespace {
 
-const double kEquatorialRadius = GeographicLib::Constants::WGS84_a();
-const double kFlattening = GeographicLib::Constants::WGS84_f();
-const double kEccentricitySquared = kFlattening * (2.0 - kFlattening);
+constexpr double kEquatorialRadius = 6'378'137.0;  // metres
+constexpr double kFlattening = 1.0 / 298.257223563;
+constexpr double kEccentricitySquared = kFlattening * (2.0 - kFlattening);
 
 constexpr double kSmallestCircle = 1.0;  // metres: at a pole, any longitude is as good as another
 

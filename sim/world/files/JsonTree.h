@@ -5,10 +5,12 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
+
+#include "world/files/PlacedJson.h"
 
 namespace sim::world {
 
@@ -20,12 +22,12 @@ class JsonValue {
   int WholeNumber(int smallest, int largest) const;
   bool YesOrNo() const;
   const std::string& Text() const;
-  const std::vector<JsonValue>& Elements() const;
+  std::vector<JsonValue> Elements() const;
 
-  // The member of an object, or null where there is none.
-  const JsonValue* Find(std::string_view name) const;
+  // The member of an object, or nothing where there is none.
+  std::optional<JsonValue> Find(std::string_view name) const;
   // Throws where there is none.
-  const JsonValue& operator[](std::string_view name) const;
+  JsonValue operator[](std::string_view name) const;
 
   // Each throws at the first member that has none of these names.
   void AllowOnly(std::initializer_list<std::string_view> allowed) const;
@@ -34,19 +36,19 @@ class JsonValue {
   [[noreturn]] void Fail(const std::string& problem) const;
 
  private:
-  friend class JsonTreeMaker;
-  enum class Kind { Null, YesOrNo, Number, Text, Array, Object };
+  friend JsonValue ParseJson(std::string_view text, const std::string& fileName);
+  struct File {
+    std::string name;
+    PlacedJson json;
+  };
 
-  void Expect(Kind wanted, const char* description) const;
+  JsonValue(std::shared_ptr<const File> itsFile, const nlohmann::json& itsValue, std::string pointerToIt);
+  void Expect(bool fits, const char* description) const;
+  JsonValue Member(const std::string& name) const;
 
-  std::shared_ptr<const std::string> fileName;
-  int line = 0;
-  Kind kind = Kind::Null;
-  bool yes = false;
-  double number = 0.0;
-  std::string text;
-  std::vector<JsonValue> elements;  // of an array, or an object's values
-  std::vector<std::string> names;   // of an object's values
+  std::shared_ptr<const File> file;  // kept for as long as one of its values is
+  const nlohmann::json* value;
+  std::string pointer;
 };
 
 // Reads a text whose place is called by fileName. Throws FileError.

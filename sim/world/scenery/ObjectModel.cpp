@@ -147,6 +147,7 @@ ObjectModel ParseObjectModel(const std::string& text, const std::string& fileNam
     throw FileError(fileName, 0, problem.substr(0, problem.find('\n')));
 
   ObjectModel model;
+  model.fileName = fileName;
   for (std::size_t index = 0; index + 2 < attributes.vertices.size(); index += 3)
     model.points.push_back({static_cast<double>(attributes.vertices[index]),
                             static_cast<double>(attributes.vertices[index + 1]),

@@ -14,6 +14,7 @@ struct ObjectModel {
     int corners[3];   // into points
     float colour[3];  // red, green, blue from 0 to 1: of the material, or white
   };
+  std::string fileName;  // that it was read from
   std::vector<Vector> points;
   std::vector<Triangle> triangles;
 

@@ -31,7 +31,7 @@ PackageObject ReadObject(const JsonValue& value, const std::string& folder,
   if (object.virtualPath.empty()) value["path"].Fail("this must not be empty");
   object.file = folder + value["file"].Text();
   if (!isFile(object.file)) value["file"].Fail("there is no file " + object.file);
-  if (const JsonValue* const region = value.Find("region")) object.region = ReadRegion(*region);
+  if (const auto region = value.Find("region")) object.region = ReadRegion(*region);
   return object;
 }
 
@@ -63,6 +63,7 @@ std::vector<std::string> SceneryLibrary::Read() {
   std::vector<std::string> problems;
   std::vector<Package> found;
   for (const std::string& folder : FindPackages(root)) {
+    if (closed.contains(folder)) continue;
     const std::string fileName = root + folder + kIndexName;
     try {
       found.push_back(ParsePackage(ReadTextFile(fileName), fileName, folder, [this](const std::string& path) {
@@ -76,6 +77,11 @@ std::vector<std::string> SceneryLibrary::Read() {
   }
   packages = std::move(found);
   return problems;
+}
+
+std::vector<std::string> SceneryLibrary::SetOpen(const std::string& folder, bool isOpen) {
+  if (isOpen ? closed.erase(folder) > 0 : closed.insert(folder).second) return Read();
+  return {};
 }
 
 std::vector<std::string> SceneryLibrary::Lookup(const std::string& virtualPath, const Place& place) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ class SceneryLibrary {
   // damaged, what was read before stays.
   std::vector<std::string> Read();
 
+  // Leaves the package in this folder, relative to the simulator folder and ending in "/", out from now on,
+  // or reads its index again. Returns what is wrong, as Read does.
+  std::vector<std::string> SetOpen(const std::string& folder, bool isOpen);
+
   const std::vector<Package>& Packages() const { return packages; }
 
   // The files of all objects with this virtual path whose region has the place in it.
@@ -46,6 +51,7 @@ class SceneryLibrary {
  private:
   std::string root;
   std::vector<Package> packages;
+  std::set<std::string> closed;  // folders
 };
 
 }  // namespace sim::world

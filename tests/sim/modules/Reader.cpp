@@ -1,9 +1,6 @@
 // A plugin that reads another one's slow dataref in frame 9, from its flight loop.
-#include <cstring>
-
+#include "LoopPlugin.h"
 #include "VYRADataAccess.h"
-#include "VYRAPlugin.h"
-#include "VYRAProcessing.h"
 
 namespace {
 
@@ -15,9 +12,5 @@ float Read(float /*elapsedSinceLastCall*/, float /*elapsedTime*/, int /*counter*
 }  // namespace
 
 VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* outDescription) {
-  std::strcpy(outName, "Reader");
-  std::strcpy(outSignature, "org.skyvora.test.reader");
-  std::strcpy(outDescription, "Reads what is slow to read.");
-  VYRARegisterFlightLoopCallback(Read, -1.0F, nullptr);
-  return 1;
+  return StartWithLoop(outName, outSignature, outDescription, "Reader", "org.skyvora.test.reader", Read);
 }

@@ -1,9 +1,7 @@
 // A plugin whose flight loop throws at its fifth call.
-#include <cstring>
 #include <stdexcept>
 
-#include "VYRAPlugin.h"
-#include "VYRAProcessing.h"
+#include "LoopPlugin.h"
 
 namespace {
 
@@ -17,11 +15,7 @@ float Throw(float /*elapsedSinceLastCall*/, float /*elapsedTime*/, int /*counter
 }  // namespace
 
 VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* outDescription) {
-  std::strcpy(outName, "Thrower");
-  std::strcpy(outSignature, "org.skyvora.test.thrower");
-  std::strcpy(outDescription, "Throws from a flight loop.");
-  VYRARegisterFlightLoopCallback(Throw, -1.0F, nullptr);
-  return 1;
+  return StartWithLoop(outName, outSignature, outDescription, "Thrower", "org.skyvora.test.thrower", Throw);
 }
 
 VYRA_PLUGIN_EXPORT void VyPluginStop() { VYRADebugString("thrower: stopped\n"); }

@@ -1,0 +1,58 @@
+// Three words for a key: pressed and released, or each apart.
+#include <fmt/format.h>
+
+#include "flight/NamedKeys.h"
+#include "flight/steps/Steps.h"
+#include "host/UserInput.h"
+
+namespace sim {
+namespace {
+
+struct Type {
+  static constexpr const char* kWord = "key";
+  static Outcome Act(const NamedKey& key, int flags) {
+    const std::string taker = PressKey(key, flags);
+    ReleaseKey(key, flags);
+    return {true, fmt::format("key {}: {}", KeyText(key, flags), TakenBy(taker))};
+  }
+};
+struct Press {
+  static constexpr const char* kWord = "pressKey";
+  static Outcome Act(const NamedKey& key, int flags) {
+    return {true, fmt::format("key {} pressed: {}", KeyText(key, flags), TakenBy(PressKey(key, flags)))};
+  }
+};
+struct Release {
+  static constexpr const char* kWord = "releaseKey";
+  static Outcome Act(const NamedKey& key, int flags) {
+    ReleaseKey(key, flags);
+    return {true, fmt::format("key {} released", KeyText(key, flags))};
+  }
+};
+
+template <class Deed>
+Effect Read(const Entry& entry, const FlightContext& /*context*/) {
+  const NamedKey& key = NamedKeyOf(entry, Deed::kWord);
+  return [&key, flags = ModifierFlags(entry.Texts("modifiers"))] { return Deed::Act(key, flags); };
+}
+
+template <class Deed>
+StepWord WordOf(std::string_view description) {
+  return {{.key = TextKey(Deed::kWord, description),
+           .others = {Optional(TextsKey("modifiers", "keys that are held with it", ModifierNames()))}},
+          Read<Deed>};
+}
+
+}  // namespace
+
+StepWord TypeKeyStep() {
+  return WordOf<Type>(
+      "presses and releases the key of this name, whatever its case: `A` to `Z`, `0` to `9`, `F1` to `F24`, "
+      "`Space`, `Return`, `Escape`, `Page Up`, `Numpad-7` and so on, as sim/README.md lists them");
+}
+
+StepWord PressKeyStep() { return WordOf<Press>("presses a key, and leaves it so"); }
+
+StepWord ReleaseKeyStep() { return WordOf<Release>("releases a key; plugins see its flag 8"); }
+
+}  // namespace sim

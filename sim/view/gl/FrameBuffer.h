@@ -1,0 +1,39 @@
+// What is drawn into where there is no window: an image with depth, several samples to a pixel where the
+// context can, and read back as a picture.
+#pragma once
+
+#include <GL/gl.h>
+
+#include "view/Picture.h"
+
+namespace sim {
+
+// All functions need the context in which the buffer was made to be the current one.
+class FrameBuffer {
+ public:
+  // Throws InputError when the context has no buffer of this size.
+  FrameBuffer(int frameWidth, int frameHeight);
+  ~FrameBuffer();
+  FrameBuffer(const FrameBuffer&) = delete;
+  FrameBuffer& operator=(const FrameBuffer&) = delete;
+
+  // What is drawn from now on goes into it.
+  void Bind() const;
+
+  Picture Read() const;
+
+ private:
+  struct Target {
+    GLuint frame = 0;
+    GLuint colour = 0;
+    GLuint depth = 0;
+  };
+  Target Make(int samples) const;
+
+  int width;
+  int height;
+  Target drawn;
+  Target resolved;  // with one sample to a pixel
+};
+
+}  // namespace sim

@@ -1,0 +1,20 @@
+// Draws texts and boxes with OpenGL, at once. Leaves the drawing state as it finds it.
+#pragma once
+
+#include <string_view>
+
+#include "view/Screen.h"
+#include "view/gl/GlyphAtlas.h"
+
+namespace sim {
+
+class SurfacePainter {
+ public:
+  void DrawText(std::string_view text, int x, int y, const TextStyle& style);
+  void DrawBox(const Rectangle& box) const;
+
+ private:
+  GlyphAtlas atlas;
+};
+
+}  // namespace sim
