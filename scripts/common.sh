@@ -5,9 +5,9 @@
 
 # What a build with everything in it needs.
 # shellcheck disable=SC2034  # used by the scripts that source this file
-BUILD_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libgtest-dev libcli11-dev libfmt-dev
+BUILD_PACKAGES=(g++ cmake ninja-build make gdb valgrind pkg-config libgl-dev libgtest-dev libcli11-dev libfmt-dev
   nlohmann-json3-dev libbenchmark-dev libgeographiclib-dev libtinyobjloader-dev libcsv-dev libdw-dev libelf-dev
-  libpugixml-dev   python3-jsonschema)
+  libpugixml-dev libfreetype-dev fonts-dejavu-core libpng-dev libegl-dev libegl-mesa0 libgl1-mesa-dri   python3-jsonschema)
 
 # What vyra-bench measures the library against, and draws with. It does without what is missing.
 # shellcheck disable=SC2034
