@@ -7,7 +7,8 @@
 # shellcheck disable=SC2034  # used by the scripts that source this file
 BUILD_PACKAGES=(g++ cmake ninja-build make gdb valgrind pkg-config libgl-dev libgtest-dev libcli11-dev libfmt-dev
   nlohmann-json3-dev libbenchmark-dev libgeographiclib-dev libtinyobjloader-dev libcsv-dev libdw-dev libelf-dev
-  libpugixml-dev libfreetype-dev fonts-dejavu-core libpng-dev libegl-dev libegl-mesa0 libgl1-mesa-dri   python3-jsonschema)
+  libpugixml-dev libfreetype-dev fonts-dejavu-core libpng-dev libegl-dev libegl-mesa0
+  libgl1-mesa-dri libsdl2-dev libimgui-dev python3-jsonschema)
 
 # What vyra-bench measures the library against, and draws with. It does without what is missing.
 # shellcheck disable=SC2034

@@ -145,6 +145,9 @@ int ReadCommandLineAndRun(int argumentCount, char** arguments) {
   sim::FlightOptions options;
   CLI::App& run = AddFlight(app, "run", "Fly a simulator folder's plugins without a window", options);
   run.footer(kExitCodes);
+  run.add_flag("--window", options.hasWindow,
+               "Fly by hand in a window, in real time, until it is closed or the frames are over; without "
+               "--rate, at 60 Hz");
   AddWatch(run, options.onChange);
   sim::BisectOptions search;
   CLI::App& bisect =

@@ -22,6 +22,7 @@ struct FlightOptions {
   std::string reportFile;  // empty: none
   std::string junitFile;   // likewise
   bool realTime = false;   // rather than as fast as possible
+  bool hasWindow = false;  // flown by hand in a window, in real time, until that is closed
   OnChange onChange = OnChange::Nothing;
   CostOptions costs;
   PluginChoice plugins;

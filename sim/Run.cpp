@@ -20,6 +20,7 @@
 #include "report/JUnit.h"
 #include "report/LastEnd.h"
 #include "report/Log.h"
+#include "report/Moment.h"
 #include "report/ReportJson.h"
 #include "report/Summary.h"
 #include "supervise/Supervisor.h"
@@ -33,6 +34,7 @@ namespace {
 
 constexpr std::size_t kPathBuffer = 512;  // as the library reads the system path, with room for a file name
 constexpr std::size_t kFileNameRoom = 32;
+constexpr double kWindowRate = 60.0;
 constexpr int kExitStartsOver = 4;  // of a flight's process
 
 std::string NormalSystemPath(const std::string& folder) {
@@ -129,6 +131,10 @@ void CompleteFromFlightFile(FlightOptions& options) {
     if (options.frames == 0) options.frames = settings.frames;
     if (options.rate == 0.0) options.rate = settings.rate;
     if (options.plugins.only.empty() && !options.plugins.safeMode) options.plugins.only = settings.plugins;
+  }
+  if (options.hasWindow) {
+    if (options.frames == 0) options.frames = kMaxFrames;
+    if (options.rate == 0.0) options.rate = kWindowRate;
   }
   const char* const missing = options.systemPath.empty() ? "system"
                               : options.frames == 0      ? "frames"

@@ -42,6 +42,7 @@
 #include "supervise/EndRequest.h"
 #include "supervise/KeptModules.h"
 #include "supervise/ThrowNotes.h"
+#include "window/FlightWindow.h"
 #include "world/World.h"
 
 namespace sim {
@@ -61,6 +62,7 @@ struct FlightUnderWay {
   std::optional<ModuleChanges> changes{};  // while modules are watched
   std::string whyReloaded{};
   bool startsOver = false;
+  FlightWindow* window = nullptr;  // while it is flown by hand
 };
 
 // ---- Modules that change --------------------------------------------------------------------------------
@@ -131,9 +133,11 @@ void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
       return;
     }
     if (!TakeChanges(frame, options.onChange, flight)) return;
+    if (flight.window != nullptr && !flight.window->TakeInput()) return;
     RunFrame(frame, options.rate, flight);
+    if (flight.window != nullptr) flight.window->Present();
     flight.narrator.ShowProgress(frame, options.frames);
-    if (options.realTime)
+    if (options.realTime || options.hasWindow)
       std::this_thread::sleep_until(start + std::chrono::duration<double>(frame / options.rate));
   }
   flight.narrator.ClearProgress();
@@ -216,8 +220,10 @@ bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   RegisterSimulatorDataRefs();
   FlyWith(options.plugins);
   {
+    std::optional<FlightWindow> window;
+    if (options.hasWindow) flight.window = &window.emplace();
     std::optional<Pictures> pictures;
-    if (WantsOpenGl(options.pictures)) pictures.emplace(options.pictures);
+    if (window || WantsOpenGl(options.pictures)) pictures.emplace(options.pictures, options.hasWindow);
     FlyToTheEnd(options, flight);
   }
   StopMeasuring();

@@ -38,8 +38,11 @@ void Write(const Picture& picture, const std::string& fileName) {
 
 }  // namespace
 
-Pictures::Pictures(const PictureOptions& options)
-    : buffer(gScreen.Width(), gScreen.Height()), requests(options.requests) {
+Pictures::Pictures(const PictureOptions& options, bool hasWindow)
+    : context(hasWindow ? std::optional<HeadlessContext>() : std::optional<HeadlessContext>(std::in_place)),
+      buffer(hasWindow ? std::optional<FrameBuffer>()
+                       : std::optional<FrameBuffer>(std::in_place, gScreen.Width(), gScreen.Height())),
+      requests(options.requests) {
   gPictures = this;
   gPainter = &painter;
 }
@@ -54,14 +57,15 @@ void Pictures::BeginFrame() {
     if (request.frame == gWorld.frame) request.frame = 0;
   const bool isSeen =
       std::ranges::any_of(requests, [](const PictureRequest& request) { return request.frame == 0; });
-  buffer.Bind();
-  painter.Begin(gScreen.Width(), gScreen.Height(), ViewOfCamera(), isSeen);
+  if (buffer) buffer->Bind();
+  painter.Begin(gScreen.Width(), gScreen.Height(), ViewOfCamera(), isSeen || !buffer);
 }
 
 void Pictures::EndFrame() {
   if (!painter.IsPainting()) return;
   painter.End();
-  const Picture picture = buffer.Read();
+  if (requests.empty()) return;
+  const Picture picture = buffer ? buffer->Read() : ReadPixels(gScreen.Width(), gScreen.Height());
   for (const PictureRequest& request : requests)
     if (request.frame == 0) Write(picture, request.fileName);
   std::erase_if(requests, [](const PictureRequest& request) { return request.frame == 0; });

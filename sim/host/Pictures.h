@@ -1,6 +1,7 @@
-// Pictures of frames, without a window: who takes them, of which frames, and into which files.
+// The painter of a flight's frames, and pictures of them: who takes them, of which frames, into which files.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,9 @@ namespace sim {
 // one has stopped.
 class Pictures {
  public:
-  // Throws InputError when there is no OpenGL.
-  explicit Pictures(const PictureOptions& options);
+  // Draws into the context that is the current one when there is a window, and every frame is seen; else into
+  // one of its own, and only frames whose picture is taken. Throws InputError when there is no OpenGL.
+  Pictures(const PictureOptions& options, bool hasWindow);
   ~Pictures();
   Pictures(const Pictures&) = delete;
   Pictures& operator=(const Pictures&) = delete;
@@ -29,8 +31,8 @@ class Pictures {
   void EndFrame();
 
  private:
-  HeadlessContext context;
-  FrameBuffer buffer;
+  std::optional<HeadlessContext> context;  // without a window
+  std::optional<FrameBuffer> buffer;       // likewise
   FramePainter painter;
   std::vector<PictureRequest> requests;  // frame 0: the next one
 };

@@ -29,6 +29,14 @@ int SamplesOfContext() {
 
 }  // namespace
 
+Picture ReadPixels(int width, int height) {
+  Picture picture{.width = width, .height = height, .bytes = {}};
+  picture.bytes.resize(3 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, picture.bytes.data());
+  return picture;
+}
+
 FrameBuffer::FrameBuffer(int frameWidth, int frameHeight)
     : width(frameWidth), height(frameHeight), drawn(Make(SamplesOfContext())), resolved(Make(0)) {
   glBindFramebuffer(GL_FRAMEBUFFER, drawn.frame);
@@ -62,10 +70,7 @@ Picture FrameBuffer::Read() const {
   glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved.frame);
   glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
   glBindFramebuffer(GL_READ_FRAMEBUFFER, resolved.frame);
-  Picture picture{.width = width, .height = height, .bytes = {}};
-  picture.bytes.resize(3 * static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-  glPixelStorei(GL_PACK_ALIGNMENT, 1);
-  glReadPixels(0, 0, width, height, GL_RGB, GL_UNSIGNED_BYTE, picture.bytes.data());
+  const Picture picture = ReadPixels(width, height);
   Bind();
   return picture;
 }

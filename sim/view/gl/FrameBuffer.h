@@ -9,6 +9,9 @@
 namespace sim {
 
 // All functions need the context in which the buffer was made to be the current one.
+// What was drawn into the buffer that is bound now, from its left bottom corner on.
+Picture ReadPixels(int width, int height);
+
 class FrameBuffer {
  public:
   // Throws InputError when the context has no buffer of this size.
