@@ -43,6 +43,7 @@
 #include "supervise/KeptModules.h"
 #include "supervise/ThrowNotes.h"
 #include "window/FlightWindow.h"
+#include "window/UserActions.h"
 #include "world/World.h"
 
 namespace sim {
@@ -109,6 +110,7 @@ void RunFrame(int frame, double rate, FlightUnderWay& flight) {
     const FrameSample sample(frame);
     const MeasuredFrame measured(frame);
     flight.runner.CarryOutSteps(frame);
+    if (flight.window != nullptr) CarryOutUserActions(frame, flight.narrator);
     FlyFrame(frame, rate, flight.passes);
   }
   if (CountReloads() != reloadsBefore) TellReload(frame, flight);
@@ -221,7 +223,10 @@ bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   FlyWith(options.plugins);
   {
     std::optional<FlightWindow> window;
-    if (options.hasWindow) flight.window = &window.emplace();
+    if (options.hasWindow) {
+      flight.window = &window.emplace();
+      BeginUserActions({gWorld.systemPath, options.frames, options.rate});
+    }
     std::optional<Pictures> pictures;
     if (window || WantsOpenGl(options.pictures)) pictures.emplace(options.pictures, options.hasWindow);
     FlyToTheEnd(options, flight);

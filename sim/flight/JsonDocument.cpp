@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "InputError.h"
 
@@ -21,11 +22,14 @@ std::string ReadText(const std::string& fileName) {
 
 }  // namespace
 
-JsonDocument::JsonDocument(const std::string& fileToRead) : fileName(fileToRead), json(Read()) {}
+JsonDocument::JsonDocument(const std::string& fileToRead) : JsonDocument(fileToRead, ReadText(fileToRead)) {}
 
-world::PlacedJson JsonDocument::Read() const {
+JsonDocument::JsonDocument(std::string name, std::string_view text)
+    : fileName(std::move(name)), json(Parse(text)) {}
+
+world::PlacedJson JsonDocument::Parse(std::string_view text) const {
   try {
-    return world::PlacedJson(ReadText(fileName));
+    return world::PlacedJson(text);
   } catch (const world::JsonError& error) {
     Fail(error.position, error.problem);
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "world/files/PlacedJson.h"
 
@@ -14,6 +15,8 @@ class JsonDocument {
   // Reads the file. Throws InputError: for a file that cannot be read, that is no JSON, or in which a key
   // stands twice in one object.
   explicit JsonDocument(const std::string& fileToRead);
+  // Likewise of a text, by the name that its errors go by.
+  JsonDocument(std::string name, std::string_view text);
 
   const nlohmann::json& Root() const { return json.Root(); }
 
@@ -25,7 +28,7 @@ class JsonDocument {
   [[noreturn]] void Fail(JsonPosition position, const std::string& problem) const;
 
  private:
-  world::PlacedJson Read() const;
+  world::PlacedJson Parse(std::string_view text) const;
 
   std::string fileName;
   world::PlacedJson json;
