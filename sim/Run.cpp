@@ -1,6 +1,6 @@
 #include "Run.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <csignal>
 #include <filesystem>

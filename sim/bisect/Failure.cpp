@@ -1,7 +1,7 @@
 // Reading the report of a flight.
 #include "bisect/Failure.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <iterator>

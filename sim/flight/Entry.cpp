@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <utility>
 
+#include "flight/JsonDocument.h"
 #include "flight/Nearest.h"
 
 namespace sim {
@@ -134,6 +136,10 @@ Entry::Entry(const JsonDocument& documentToRead, std::string pointerTo, std::str
       value(document.Root().at(nlohmann::json::json_pointer(pointer))) {
   if (!value.is_object()) Fail("an object is needed here");
 }
+
+bool Entry::Has(std::string_view key) const { return value.contains(key); }
+
+int Entry::Line() const { return document.ValueAt(pointer).line; }
 
 void Entry::Check(const std::vector<Key>& keys) const {
   std::vector<std::string_view> names(keys.size());

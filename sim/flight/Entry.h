@@ -2,16 +2,22 @@
 // declared. Every problem is an InputError with file, line and column.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "flight/JsonDocument.h"
 #include "flight/Key.h"
 #include "host/DataRefValue.h"
 
 namespace sim {
+
+class JsonDocument;
+
+namespace world {
+struct JsonPosition;
+}
 
 struct Pixel {
   int x;
@@ -30,9 +36,9 @@ class Entry {
   // Likewise of the keys that are there, whatever other keys there are.
   void CheckThose(const std::vector<Key>& keys) const;
 
-  bool Has(std::string_view key) const { return value.contains(key); }
+  bool Has(std::string_view key) const;
   std::vector<std::string_view> Keys() const;
-  int Line() const { return document.ValueAt(pointer).line; }
+  int Line() const;
 
   // Of a key that was declared of this kind and is there. Without a second argument, that is the caller's to
   // know; with it, a missing key has that value.
@@ -61,7 +67,7 @@ class Entry {
   void CheckValue(const Key& key) const;
   const nlohmann::json& At(std::string_view key) const;
   std::string PointerTo(std::string_view key) const;
-  [[noreturn]] void FailAt(JsonPosition position, const std::string& problem) const;
+  [[noreturn]] void FailAt(world::JsonPosition position, const std::string& problem) const;
 
   const JsonDocument& document;
   std::string pointer;

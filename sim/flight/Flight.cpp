@@ -1,7 +1,7 @@
 // Reading a flight file.
 #include "flight/Flight.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "flight/FlightKeys.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 

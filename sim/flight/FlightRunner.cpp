@@ -1,7 +1,7 @@
 // The walk over a flight.
 #include "flight/FlightRunner.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "flight/JsonDocument.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <fstream>

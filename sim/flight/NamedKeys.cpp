@@ -1,6 +1,6 @@
 #include "flight/NamedKeys.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <vector>
 

@@ -1,6 +1,6 @@
 #include "flight/Nearest.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cctype>

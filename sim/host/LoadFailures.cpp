@@ -1,7 +1,7 @@
 #include "host/LoadFailures.h"
 
 #include <cxxabi.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <cctype>

@@ -2,7 +2,7 @@
 
 #include <cxxabi.h>
 #include <fcntl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <gelf.h>
 #include <sys/stat.h>
 #include <unistd.h>

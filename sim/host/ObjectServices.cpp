@@ -1,7 +1,7 @@
 // The library's handle of an object is its address.
 #include "host/ObjectServices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <string>

@@ -1,6 +1,6 @@
 #include "host/Packages.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <filesystem>
 #include <vector>

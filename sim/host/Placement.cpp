@@ -1,6 +1,6 @@
 #include "host/Placement.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/Events.h"
 #include "report/Log.h"

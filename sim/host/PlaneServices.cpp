@@ -2,7 +2,7 @@
 // plugin's wish in place of each model.
 #include "host/PlaneServices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "host/SceneryServices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "host/Events.h"
 #include "report/Log.h"

@@ -1,6 +1,6 @@
 #include "host/SpeechServices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "report/Log.h"
 #include "world/World.h"

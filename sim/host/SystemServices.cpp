@@ -1,7 +1,7 @@
 // What plugins say goes to the log.
 #include "host/SystemServices.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <string_view>
 

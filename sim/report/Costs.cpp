@@ -1,7 +1,7 @@
 // From nanoseconds and histograms to milliseconds, and from those to a table.
 #include "report/Costs.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <span>

@@ -1,6 +1,6 @@
 #include "report/Moment.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 namespace sim {
 

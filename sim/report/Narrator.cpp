@@ -1,7 +1,7 @@
 // The narrator's two streams.
 #include "report/Narrator.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unistd.h>
 
 #include <cstdio>

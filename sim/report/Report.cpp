@@ -1,6 +1,6 @@
 #include "report/Report.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <cxxabi.h>
 #include <dwarf.h>
 #include <elfutils/libdwfl.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "supervise/Blame.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "supervise/FaultText.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <csignal>
 #include <cstring>

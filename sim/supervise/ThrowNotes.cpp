@@ -5,7 +5,7 @@
 
 #include <cxxabi.h>
 #include <dlfcn.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <unistd.h>
 
 #include <cstdlib>

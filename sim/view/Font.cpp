@@ -2,7 +2,7 @@
 // drawn, and columns of text stand straight. Pairs of characters are not drawn closer together.
 #include "view/Font.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <ft2build.h>
 
 #include "InputError.h"

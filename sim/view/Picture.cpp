@@ -1,7 +1,7 @@
 // The rows of a PNG file run from the top down, which libpng calls a negative stride.
 #include "view/Picture.h"
 
-#include <fmt/format.h>
+#include <fmt/core.h>
 #include <png.h>
 
 #include <cerrno>

@@ -1,7 +1,7 @@
 #include "window/FlightWindow.h"
 
 #include <SDL.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "InputError.h"
 #include "view/Screen.h"

@@ -1,5 +1,5 @@
 // Three words for who took what the user did last.
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "flight/expectations/Expectations.h"
 #include "host/UserInput.h"

@@ -1,5 +1,5 @@
 // Four words for the two kinds of files of the simulator's own.
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "flight/steps/Steps.h"
 #include "host/DataFileServices.h"

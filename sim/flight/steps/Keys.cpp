@@ -1,5 +1,5 @@
 // Three words for a key: pressed and released, or each apart.
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "flight/NamedKeys.h"
 #include "flight/steps/Steps.h"

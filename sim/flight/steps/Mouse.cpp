@@ -1,5 +1,5 @@
 // What a click is made of, each apart.
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "flight/steps/Steps.h"
 #include "host/UserInput.h"

@@ -1,5 +1,5 @@
 // Enabling and disabling a plugin, as a user does who switches it on or off.
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include "VYRAPlugin.h"
 #include "flight/steps/Steps.h"

@@ -2,7 +2,7 @@
 #include "view/gl/FrameBuffer.h"
 
 #include <GL/glext.h>
-#include <fmt/format.h>
+#include <fmt/core.h>
 
 #include <algorithm>
 
