@@ -83,8 +83,9 @@ CLI::App& AddFlight(CLI::App& app, const char* command, const char* meaning, sim
   run->add_flag("--keep-modules", options.keepsModules,
                 "Keep plugins' modules in memory at the end, so that reports of leaks can name their code");
   options.stateFolder = sim::DefaultStateFolder();
-  run->add_option("--state", options.stateFolder,
-                  "Remember in this folder which plugin ended a flight; empty for nowhere");
+  run->add_option(
+      "--state", options.stateFolder,
+      "Remember in this folder which plugin ended a flight, and how the panels lay; empty for nowhere");
 
   sim::AddCostOptions(*run, options.costs);
   sim::AddPictureOptions(*run, options.pictures);

@@ -224,7 +224,7 @@ bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   {
     std::optional<FlightWindow> window;
     if (options.hasWindow) {
-      flight.window = &window.emplace();
+      flight.window = &window.emplace(options.stateFolder);
       BeginUserActions({gWorld.systemPath, options.frames, options.rate});
     }
     std::optional<Pictures> pictures;

@@ -18,7 +18,7 @@ namespace {
 
 }  // namespace
 
-FlightWindow::FlightWindow() {
+FlightWindow::FlightWindow(const std::string& stateFolder) {
   if (SDL_Init(SDL_INIT_VIDEO) != 0) Fail("there is no display to open a window on");
   SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_COMPATIBILITY);
   SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
@@ -30,7 +30,7 @@ FlightWindow::FlightWindow() {
   context = SDL_GL_CreateContext(window);
   if (context == nullptr) Fail("the window has no OpenGL");
   SDL_GL_SetSwapInterval(1);
-  userInterface = std::make_unique<UserInterface>(window, context);
+  userInterface = std::make_unique<UserInterface>(window, context, stateFolder);
 }
 
 FlightWindow::~FlightWindow() {

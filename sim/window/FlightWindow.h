@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 struct SDL_Window;
 
@@ -14,7 +15,8 @@ class FlightWindow {
  public:
   // Opens it, as large as the screen, and makes its context the current one. Throws InputError when there is
   // no display, or no OpenGL with the fixed functions.
-  FlightWindow();
+  // stateFolder: where it is remembered how the panels lay; empty for nowhere.
+  explicit FlightWindow(const std::string& stateFolder);
   ~FlightWindow();
   FlightWindow(const FlightWindow&) = delete;
   FlightWindow& operator=(const FlightWindow&) = delete;

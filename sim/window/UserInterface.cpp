@@ -5,64 +5,57 @@
 #include <imgui/backends/imgui_impl_opengl2.h>
 #include <imgui/backends/imgui_impl_sdl.h>
 
-#include <vector>
-
-#include "window/Panel.h"
+#include "window/Look.h"
 
 namespace sim {
 namespace {
 
-struct OpenPanel {
-  const Panel* panel;
-  bool isShown = false;
-};
-
-std::vector<OpenPanel> gPanels;
-
-void Show(OpenPanel& open, bool isShown) {
-  if (open.isShown == isShown) return;
-  open.isShown = isShown;
-  if (open.panel->setShown != nullptr) open.panel->setShown(isShown);
-}
-
-void DrawPanel(OpenPanel& open) {
-  if (!open.isShown) return;
-  bool staysShown = true;
-  ImGui::SetNextWindowSize({420.0F, 320.0F}, ImGuiCond_FirstUseEver);
-  if (ImGui::Begin(open.panel->name, &staysShown)) open.panel->draw();
-  ImGui::End();
-  Show(open, staysShown);
-}
-
-void DrawMenuBar() {
+void DrawMenuBar(OpenPanels& panels) {
   if (!ImGui::BeginMainMenuBar()) return;
   if (ImGui::BeginMenu("View")) {
-    for (OpenPanel& open : gPanels) {
-      bool isShown = open.isShown;
-      if (ImGui::MenuItem(open.panel->name, nullptr, &isShown)) Show(open, isShown);
-    }
+    panels.DrawMenu();
     ImGui::EndMenu();
   }
   ImGui::EndMainMenuBar();
 }
 
+float PixelsPerPoint(SDL_Window* window) {
+  int points = 0;
+  int pixels = 0;
+  SDL_GetWindowSize(window, &points, nullptr);
+  SDL_GL_GetDrawableSize(window, &pixels, nullptr);
+  return points > 0 && pixels > points ? static_cast<float>(pixels) / static_cast<float>(points) : 1.0F;
+}
+
 }  // namespace
 
-UserInterface::UserInterface(SDL_Window* window, void* openGlContext) {
+UserInterface::UserInterface(SDL_Window* theWindow, void* openGlContext, const std::string& stateFolder)
+    : window(theWindow) {
   IMGUI_CHECKVERSION();
   ImGui::CreateContext();
-  ImGui::StyleColorsDark();
+  ImGui::GetIO().IniFilename = nullptr;  // what is remembered stands in the state folder
   ImGui_ImplSDL2_InitForOpenGL(window, openGlContext);
   ImGui_ImplOpenGL2_Init();
-  for (const Panel& panel : Panels()) gPanels.push_back({.panel = &panel});
+  panels.emplace(stateFolder);
 }
 
 UserInterface::~UserInterface() {
-  for (OpenPanel& open : gPanels) Show(open, false);
-  gPanels.clear();
+  panels.reset();
   ImGui_ImplOpenGL2_Shutdown();
   ImGui_ImplSDL2_Shutdown();
   ImGui::DestroyContext();
+}
+
+// The window may be moved to a denser display.
+void UserInterface::FitToDisplay() {
+  const float nowDensity = DensityOf(window);
+  const float nowPixelsPerPoint = PixelsPerPoint(window);
+  if (nowDensity == density && nowPixelsPerPoint == pixelsPerPoint) return;
+  density = nowDensity;
+  pixelsPerPoint = nowPixelsPerPoint;
+  SetLook(density, pixelsPerPoint);
+  ImGui_ImplOpenGL2_DestroyFontsTexture();
+  ImGui_ImplOpenGL2_CreateFontsTexture();
 }
 
 bool UserInterface::Take(const SDL_Event& event) {
@@ -82,18 +75,16 @@ bool UserInterface::Take(const SDL_Event& event) {
 }
 
 void UserInterface::Draw() {
+  FitToDisplay();
   ImGui_ImplOpenGL2_NewFrame();
   ImGui_ImplSDL2_NewFrame();
   ImGui::NewFrame();
-  DrawMenuBar();
-  for (OpenPanel& open : gPanels) DrawPanel(open);
+  DrawMenuBar(*panels);
+  panels->Draw(density);
   ImGui::Render();
   ImGui_ImplOpenGL2_RenderDrawData(ImGui::GetDrawData());
 }
 
-void UserInterface::TogglePanel(int key) {
-  for (OpenPanel& open : gPanels)
-    if (open.panel->key == key) Show(open, !open.isShown);
-}
+void UserInterface::TogglePanel(int key) { panels->Toggle(key); }
 
 }  // namespace sim

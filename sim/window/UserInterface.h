@@ -1,6 +1,11 @@
 // Dear ImGui over the flight's picture: the menu bar and the panels.
 #pragma once
 
+#include <optional>
+#include <string>
+
+#include "window/OpenPanels.h"
+
 union SDL_Event;
 struct SDL_Window;
 
@@ -9,7 +14,8 @@ namespace sim {
 class UserInterface {
  public:
   // The window's OpenGL context is the current one, now and whenever something here is called.
-  UserInterface(SDL_Window* window, void* openGlContext);
+  // stateFolder: where it is remembered how the panels lay; empty for nowhere.
+  UserInterface(SDL_Window* theWindow, void* openGlContext, const std::string& stateFolder);
   ~UserInterface();
   UserInterface(const UserInterface&) = delete;
   UserInterface& operator=(const UserInterface&) = delete;
@@ -23,6 +29,14 @@ class UserInterface {
   void Draw();
 
   void TogglePanel(int key);
+
+ private:
+  void FitToDisplay();
+
+  SDL_Window* window;
+  float density = 0.0F;  // nothing is made for it yet
+  float pixelsPerPoint = 0.0F;
+  std::optional<OpenPanels> panels;
 };
 
 }  // namespace sim
