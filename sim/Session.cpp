@@ -20,6 +20,7 @@
 #include "host/CostWatch.h"
 #include "host/FlightBoard.h"
 #include "host/Frame.h"
+#include "host/FrameParts.h"
 #include "host/HookTimes.h"
 #include "host/LoadWatch.h"
 #include "host/ModuleChanges.h"
@@ -109,6 +110,7 @@ void RunFrame(int frame, double rate, FlightUnderWay& flight) {
   {
     const FrameSample sample(frame);
     const MeasuredFrame measured(frame);
+    BeginPart(FramePart::Steps);
     flight.runner.CarryOutSteps(frame);
     if (flight.window != nullptr) CarryOutUserActions(frame, flight.narrator);
     FlyFrame(frame, rate, flight.passes);

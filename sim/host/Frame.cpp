@@ -5,6 +5,7 @@
 #include "host/CommandServices.h"
 #include "host/FlightBoard.h"
 #include "host/FrameDrawing.h"
+#include "host/FrameParts.h"
 #include "host/InputServices.h"
 #include "host/ObjectServices.h"
 #include "host/PlaneServices.h"
@@ -24,15 +25,20 @@ void RunPass(int event, Histogram& passes) {
 }  // namespace
 
 void FlyFrame(int frame, double rate, Histogram& passes) {
+  BeginPart(FramePart::World);
   gWorld.Advance(frame, frame / rate);
   FinishLoads();
   PressSimulatedKeys();
+  BeginPart(FramePart::Pass0);
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_0, passes);
+  BeginPart(FramePart::Commands);
   ContinueHeldCommands();
   CallHook("VYRAEventHook", VYRAEventHook, VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0.0F, 0.0F);
   AskCamera();
   DrawFrame();
+  BeginPart(FramePart::Pass1);
   RunPass(VYRA_EVENT_FLIGHT_LOOPS_1, passes);
+  BeginPart(FramePart::Checks);
   WatchAiPlanes();
 }
 

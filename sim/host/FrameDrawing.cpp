@@ -7,6 +7,7 @@
 #include "VYRAHost.h"
 #include "VYRAWatch.h"
 #include "host/FlightBoard.h"
+#include "host/FrameParts.h"
 #include "host/GraphicsServices.h"
 #include "host/Pictures.h"
 #include "host/PlaneServices.h"
@@ -99,9 +100,17 @@ void DrawOwnPart(int step) {
   if (step == kBeforeShip) gPainter->DrawShip(gWorld);
 }
 
+void NoteBeginOf(int step) {
+  if (step == 1) BeginPart(FramePart::Scene);
+  if (step == kEndOfScene + 1) BeginPart(FramePart::Surface);
+  if (step == kWindows) BeginPart(FramePart::Windows);
+  if (step == kWindows + 1) BeginPart(FramePart::Above);
+}
+
 void GoThroughSteps() {
   bool drawsPlanes = true;
   for (int step = 1; step <= kLastStep; ++step) {
+    NoteBeginOf(step);
     SetStateOf(step);
     if (step == kWindows) {
       DrawWindows();

@@ -31,6 +31,13 @@ std::map<std::string, PluginReport> gPlugins;   // that were ever loaded, by pat
 std::string gLastOpened;                        // the module that the system's next text is about
 std::map<VYRAPluginID, std::string> gEnabling;  // paths of those whose enable call was made last
 
+struct LoadTime {
+  Nanoseconds begin = 0;  // of the call that is under way
+  Nanoseconds total = 0;
+  bool isLoading = false;
+};
+std::map<std::string, LoadTime> gLoadTimes;  // by path
+
 void TellFailure(const std::string& path, const std::string& reason) {
   const bool isKnown = std::ranges::any_of(gFailures, [&](const LoadFailure& failure) {
     return failure.path == path && failure.reason == reason;
@@ -113,13 +120,33 @@ void FollowLine(const std::string& line) {
   }
 }
 
-// ---- The calls of VyPluginEnable ------------------------------------------------------------------------
+// ---- The calls of a plugin's life -----------------------------------------------------------------------
+
+bool IsOfLoading(int kind) {
+  return kind == VYRA_CALL_OPENING || kind == VYRA_CALL_START || kind == VYRA_CALL_ENABLE;
+}
+
+void BeginLoadTime(const VYRARunningCall& call) {
+  if (!IsOfLoading(call.kind)) return;
+  LoadTime& load = gLoadTimes[call.path];
+  if (call.kind == VYRA_CALL_OPENING) load = {.begin = 0, .total = 0, .isLoading = true};
+  load.begin = ReadClock();
+}
+
+void EndLoadTime(const VYRARunningCall& call) {
+  if (!IsOfLoading(call.kind)) return;
+  LoadTime& load = gLoadTimes[call.path];
+  if (load.isLoading) load.total += ReadClock() - load.begin;
+  if (call.kind == VYRA_CALL_ENABLE) load.isLoading = false;
+}
 
 void NoteBegin(const VYRARunningCall* call, void* /*refcon*/) {
+  BeginLoadTime(*call);
   if (call->kind == VYRA_CALL_DISABLE) gEnabling.erase(call->plugin);
 }
 
 void NoteEnd(const VYRARunningCall* call, void* /*refcon*/) {
+  EndLoadTime(*call);
   if (call->kind == VYRA_CALL_OPENING) gLastOpened = call->path;
   if (call->kind == VYRA_CALL_ENABLE) gEnabling[call->plugin] = call->path;
 }
@@ -220,6 +247,14 @@ std::vector<std::string> MetModules() {
 }
 
 std::size_t CountMetModules() { return gPlugins.size() + gFailures.size(); }
+
+std::optional<Nanoseconds> LoadTimeOf(const std::string& path) {
+  const auto found = gLoadTimes.find(path);
+  if (found == gLoadTimes.end()) return std::nullopt;
+  return found->second.total;
+}
+
+const std::vector<LoadFailure>& LoadFailures() { return gFailures; }
 
 int CountLoadFailures() { return static_cast<int>(gFailures.size()); }
 

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "report/Clock.h"
+#include "report/Report.h"
 
 namespace sim {
 
@@ -44,6 +48,12 @@ void TellPluginStates();
 // The modules that were loaded, or could not be, in the whole flight; and how many.
 std::vector<std::string> MetModules();
 std::size_t CountMetModules();
+
+// What opening, start and the first enable of a module took when it was loaded last, with what they led to.
+std::optional<Nanoseconds> LoadTimeOf(const std::string& path);
+
+// The modules that could not be loaded, each once for each cause.
+const std::vector<LoadFailure>& LoadFailures();
 
 // Of the whole flight, each module counted once for each cause; and all of them, for a reader.
 int CountLoadFailures();

@@ -21,13 +21,13 @@ bool IsNoteOfOptionalCallback(std::string_view line) {
   });
 }
 
-bool IsWarning(std::string_view line) {
+}  // namespace
+
+bool IsLogWarning(std::string_view line) {
   if (line.starts_with("dlerror:")) return !IsNoteOfOptionalCallback(line);
   if (line.starts_with("[")) return line.find("]: ") != std::string_view::npos;
   return line.starts_with("Failed: ") || line.starts_with("Warning: ");
 }
-
-}  // namespace
 
 Log::Log(const std::string& fileName) {
   if (fileName.empty()) return;
@@ -38,6 +38,10 @@ Log::Log(const std::string& fileName) {
 }
 
 void Log::Write(std::string_view text) {
+  if (whoIsRunning != nullptr && !text.empty()) {
+    const char* const writer = whoIsRunning();
+    if (passages.empty() || passages.back().writer != writer) passages.push_back({written.size(), writer});
+  }
   written += text;
   std::fwrite(text.data(), 1, text.size(), logFile ? logFile.get() : stderr);
 }
@@ -65,10 +69,10 @@ int Log::CountWarnings() const {
   for (std::size_t lineEnd = written.find('\n', warnings.end); lineEnd != std::string::npos;
        lineEnd = written.find('\n', warnings.end)) {
     const std::string_view line = std::string_view(written).substr(warnings.end, lineEnd - warnings.end);
-    if (IsWarning(line) && ++warnings.count == 1) firstWarning = line;
+    if (IsLogWarning(line) && ++warnings.count == 1) firstWarning = line;
     warnings.end = lineEnd + 1;
   }
-  return warnings.count + (IsWarning(std::string_view(written).substr(warnings.end)) ? 1 : 0);
+  return warnings.count + (IsLogWarning(std::string_view(written).substr(warnings.end)) ? 1 : 0);
 }
 
 std::string Log::FirstWarning() const {

@@ -4,6 +4,7 @@
 #include <fmt/core.h>
 
 #include "InputError.h"
+#include "host/FrameParts.h"
 #include "view/Screen.h"
 #include "window/UserInterface.h"
 
@@ -41,6 +42,7 @@ FlightWindow::~FlightWindow() {
 }
 
 bool FlightWindow::TakeInput() {
+  BeginPart(FramePart::Input);
   bool staysOpen = true;
   SDL_Event event;
   while (SDL_PollEvent(&event) != 0) {
@@ -51,8 +53,11 @@ bool FlightWindow::TakeInput() {
 }
 
 void FlightWindow::Present() {
+  BeginPart(FramePart::Panels);
   userInterface->Draw();
+  BeginPart(FramePart::Show);
   SDL_GL_SwapWindow(window);
+  BeginPart(FramePart::Rest);
 }
 
 }  // namespace sim
