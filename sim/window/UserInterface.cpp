@@ -5,6 +5,8 @@
 #include <imgui/backends/imgui_impl_opengl2.h>
 #include <imgui/backends/imgui_impl_sdl.h>
 
+#include "VYRAWatch.h"
+#include "report/Log.h"
 #include "window/Look.h"
 
 namespace sim {
@@ -17,6 +19,12 @@ void DrawMenuBar(OpenPanels& panels) {
     ImGui::EndMenu();
   }
   ImGui::EndMainMenuBar();
+}
+
+// The module whose code runs; "" while it is the simulator's own.
+const char* RunningModule() {
+  VYRARunningCall call{};
+  return VYRAGetRunningCalls(&call, 1) > 0 ? call.path : "";
 }
 
 float PixelsPerPoint(SDL_Window* window) {
@@ -36,6 +44,7 @@ UserInterface::UserInterface(SDL_Window* theWindow, void* openGlContext, const s
   ImGui::GetIO().IniFilename = nullptr;  // what is remembered stands in the state folder
   ImGui_ImplSDL2_InitForOpenGL(window, openGlContext);
   ImGui_ImplOpenGL2_Init();
+  gLog->NoteWriters(RunningModule);
   panels.emplace(stateFolder);
 }
 
