@@ -205,10 +205,9 @@ void DrawCalls(const PluginInfo& plugin) {
   if (kinds.empty()) return ImGui::TextDisabled("not called in the last frames");
   const auto frames = static_cast<double>(history.Count());
   for (const auto& [kind, calls] : kinds)
-    ImGui::BulletText("%s",
-                      fmt::format("{}: {:.3g} per frame, {:.3f} ms", VYRAGetCallKindName(kind),
-                                  static_cast<double>(calls.calls) / frames, Milliseconds(calls.own) / frames)
-                          .c_str());
+    ImGui::BulletText("%s", fmt::format("{}: {} calls, {:.3f} ms per frame", VYRAGetCallKindName(kind),
+                                        calls.calls, Milliseconds(calls.own) / frames)
+                                .c_str());
 }
 
 void DrawRegistered(const PluginInfo& plugin) {
@@ -220,7 +219,7 @@ void DrawRegistered(const PluginInfo& plugin) {
   for (const Registrations& of : gChoice.registered) {
     if (of.lines.empty()) continue;
     hasAny = true;
-    if (!ImGui::TreeNode(of.kind, "%zu %s", of.lines.size(), of.kind)) continue;
+    if (!ImGui::TreeNode(of.kind, "%s: %zu", of.kind, of.lines.size())) continue;
     for (const std::string& line : of.lines) ImGui::BulletText("%s", line.c_str());
     ImGui::TreePop();
   }
