@@ -103,6 +103,8 @@ void SetLook(float density, float pixelsPerPoint) {
   style.PopupRounding = 3.0F;
   style.ScrollbarRounding = 6.0F;
   style.WindowTitleAlign = {0.0F, 0.5F};
+  // It would need a texture that is blended between its pixels, which that of the letters is not.
+  style.AntiAliasedLinesUseTex = false;
   style.WindowMenuButtonPosition = ImGuiDir_None;
   style.ScaleAllSizes(density);
   ImGui::GetStyle() = style;
