@@ -58,6 +58,9 @@ function(vyra_add_plugin target)
                C_VISIBILITY_PRESET hidden
                CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON)
+  # Some inline functions of the standard library, std::to_string among them, have constants that GNU's
+  # compiler gives to the whole process. A module with one is never closed: a reload would find its old state.
+  target_compile_options(${target} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
   if(NOT plugin_UNCHECKED)
     vyra_check_plugin(${target})
   endif()
