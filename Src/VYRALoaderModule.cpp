@@ -168,7 +168,13 @@ void Newcomer::Open(const VYRAFileIdentity& file) {
   const StOpening opening(file);
   const StActAs acting(plugin);
   const StModuleCall call(plugin, VYRA_CALL_OPENING, path.c_str());
-  module = VYRALoadDLL(path.c_str());
+  try {
+    module = VYRALoadDLL(path.c_str());
+  } catch (...) {
+    // To be closed, or the next opening would find it without running its constructors.
+    module.handle = VYRAHandleOfInterruptedOpening(path.c_str());
+    throw;
+  }
 }
 
 // Fills the record so far as that can be done without asking the plugin.

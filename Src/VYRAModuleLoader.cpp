@@ -58,6 +58,12 @@ VYRALoadedDLL VYRALoadDLL(const char* path) {
   return {handle, {}};
 }
 
+void* VYRAHandleOfInterruptedOpening(const char* path) {
+  void* const handle = dlopen(path, RTLD_NOW | RTLD_NOLOAD);
+  if (handle != nullptr) dlclose(handle);  // the interrupted opening counts as one already
+  return handle;
+}
+
 void VYRALogLoadError(const std::string& error) { VYRA_dprintf("dlerror:%s\n", error.c_str()); }
 
 void* VYRAFindSymbol(void* handle, const char* name, int report) {

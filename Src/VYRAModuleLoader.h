@@ -15,6 +15,10 @@ struct VYRALoadedDLL {
 // Opens a module with all its symbols bound. Its file must have been looked at: VYRAModuleLoaderFile.h.
 VYRALoadedDLL VYRALoadDLL(const char* path);
 
+// The handle of a module whose constructor threw: the system keeps it open all the same. Null when it does
+// not.
+void* VYRAHandleOfInterruptedOpening(const char* path);
+
 // Writes why a module or a symbol is not there to the log: "dlerror:" and the text.
 void VYRALogLoadError(const std::string& error);
 
