@@ -15,14 +15,32 @@ const char* DebugCurrentPluginName() {
 
 const char* VYRADebugGetCurrentPluginName(void) { return DebugCurrentPluginName(); }
 
+namespace {
+
+// An error callback that misuses the interface each time would call itself until the stack is full.
+constexpr int kMostNestedReports = 4;
+int gReports = 0;  // on the stack
+
+class StReport {
+ public:
+  StReport() { ++gReports; }
+  ~StReport() { --gReports; }
+  StReport(const StReport&) = delete;
+  StReport& operator=(const StReport&) = delete;
+};
+
+}  // namespace
+
 bool VYRAHasError() {
-  return VYRARegistryHolds(gDispatchedPlugin) && VYRARegistryRecord(gDispatchedPlugin).error != nullptr;
+  return gReports < kMostNestedReports && VYRARegistryHolds(gDispatchedPlugin) &&
+         VYRARegistryRecord(gDispatchedPlugin).error != nullptr;
 }
 
 void VYRASendError(const char* message) {
   if (!VYRAHasError()) return;
   const auto report = VYRARegistryRecord(gDispatchedPlugin).error;
   const StDispatchCallback dispatch(gDispatchedPlugin, VYRA_CALL_ERROR, StDispatchCallback::Ask::nothing);
+  const StReport reporting;
   report(message);
 }
 

@@ -193,6 +193,8 @@ typedef void (*VYRAError_f)(const char* message);
 /**
  * Sets the calling plugin's error callback; null removes it. A plugin without one never hears of its
  * misuse. Some functions check their arguments only for plugins that have one: set it while developing.
+ * Misuse inside an error callback is reported too, but no more than four error callbacks run inside each
+ * other: in the innermost it is as if the plugin had none.
  */
 VYRA_API void VYRASetErrorCallback(VYRAError_f callback);
 
