@@ -1,7 +1,5 @@
 // From a module's file to its plugin and back: which files are opened, what a module registers before and
 // after it is one, modules that are met twice, and in which order one that is turned down goes.
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <tuple>
 
@@ -34,29 +32,6 @@ TEST_F(Opening, ResidentModuleIsLoadedAgainOnlyWhileItsFileIsThere) {
   Start();
   EXPECT_EQ(VYRAFindPluginByPath(fallback.c_str()), 1);
   EXPECT_EQ(VYRACountPlugins(), 2);
-}
-
-TEST_F(Opening, NamedPipesAndTruncatedLibrariesAreLoggedAndPassedOver) {
-  const std::string pipe = main + "a.vyp";
-  fs::create_directories(main);
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  const std::string cut = Add(main + "b.vyp");
-  const auto size = fs::file_size(cut);
-  Add(main + "c.vyp");
-  int failures = 0;
-  for (std::uintmax_t left = size; left > 64; left = left * 3 / 4) {
-    fs::resize_file(cut, left - 1);
-    gHost.log.clear();
-    Start();
-    EXPECT_GT(Id("c"), 0) << left;
-    EXPECT_EQ(CountOf(gHost.log, "dlerror:" + pipe + ": not a regular file\nFailed: " + pipe + ". "), 1);
-    if (Id("b") < 0) {
-      EXPECT_EQ(CountOf(gHost.log, "\nFailed: " + cut + ". "), 1) << gHost.log;
-      ++failures;
-    }
-    VYRAShutdownPlugins();
-  }
-  EXPECT_GT(failures, 5) << "Only what no segment needs may be missing.";
 }
 
 // ---- Constructors and destructors -------------------------------------------------------------------
