@@ -5,6 +5,14 @@
  * of that phase that is due, the one created last first, while its plugin is enabled. A callback may
  * create, schedule and remove flight loops, its own included; one created during a pass is first looked
  * at in the next.
+ *
+ * Times are single-precision, so their steps get coarser as simulation time goes on: 2 ms after 4.6 hours,
+ * 16 ms after 36 and 63 ms after 146. A flight loop of every frame is then told of unsteady times, and of 0
+ * in some frames, at 60 frames a second after 73 hours: do not divide by them unchecked. An interval in
+ * seconds is kept to within one and a half steps and a frame; one of less than half a step comes in every
+ * pass. Passes are counted exactly, but intervals in passes are kept exactly only up to pass 16,777,216
+ * (after 38.8 hours at 60 frames a second with both phases), and then to within 2, 4, 8 and so on, twice as
+ * much each time that the count has doubled. -1 stays the next pass of the phase.
  */
 #ifndef VYRA_PROCESSING_H
 #define VYRA_PROCESSING_H
