@@ -3,6 +3,7 @@
 #include <VYRAPlugin.h>
 #include <fmt/core.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -12,9 +13,14 @@
 
 namespace bench {
 
+int gLastHostItem = 0;
 std::filesystem::path gAircraftFolder;
 
 namespace {
+
+int gMenus = 0;
+int gProbes = 0;
+std::uintptr_t gObjects = 0;
 
 [[noreturn]] void Fail(const std::string& message) {
   fmt::print(stderr, "vyra-bench: {}\n", message);
@@ -65,7 +71,18 @@ VYRAHostServices MakeServices() {
   services.hostVersion = 1000;
   services.DebugString = [](const char*) {};
   services.GetElapsedTime = [] { return 0.0F; };
-  services.CreateMenu = [](int, int, const char*) { return 1; };
+  services.CreateMenu = [](int, int, const char*) { return ++gMenus; };
+  services.AppendMenuItem = [](int, int, const char*, int) { return ++gLastHostItem; };
+  services.SetMenuItemName = [](int, int, const char*, int) {};
+  services.RemoveMenuItem = [](int, int) {};
+  services.DestroyMenu = [](int) {};
+  services.CommandBegin = [](VYRACommandRef) {};
+  services.CommandEnd = [](VYRACommandRef) {};
+  services.CreateProbe = [] { return ++gProbes; };
+  services.ProbeTerrainXYZ = [](int, const float*, float*, float*, float*, int*) { return 1; };
+  services.LoadObject = [](const char*) { return reinterpret_cast<VYRAObjectRef>(++gObjects); };
+  services.DrawObjects = [](VYRAObjectRef, int, int, float, float, float, float, float, float) {};
+  services.UnloadObject = [](VYRAObjectRef) {};
   services.ShowLoadingStatus = [](const char*) {};
   services.HostReceiveMessage = [](VYRAPluginID, int, void*) {};
   services.GetNthAircraftModel = AircraftModel;

@@ -32,6 +32,9 @@ std::vector<std::filesystem::path> CopyWorkers(const std::filesystem::path& fold
 // A service table whose services do nothing or, where no measure needs them, end the program.
 VYRAHostServices MakeServices();
 
+// The number that the host gave the menu item that was appended last.
+extern int gLastHostItem;
+
 // The folder whose plugins an aircraft brings, as services tell the library; "" for none.
 extern std::filesystem::path gAircraftFolder;
 

@@ -47,6 +47,12 @@ std::string Amount(double value, const std::string& unit) {
   return value < 1e6 ? fmt::format("{:.1f} us", value / 1e3) : fmt::format("{:.1f} ms", value / 1e6);
 }
 
+std::string Grouped(std::size_t number) {
+  std::string digits = fmt::format("{}", number);
+  for (std::size_t place = digits.size(); place > 3; place -= 3) digits.insert(place - 3, 1, ',');
+  return digits;
+}
+
 std::string Yardstick(const Target& target) {
   if (target.against.empty()) return "bound";
   return target.otherSize != 0 ? fmt::format("the same among {}", target.otherSize) : target.against;
@@ -79,6 +85,33 @@ std::string MakeTable(const Machine& machine, const std::vector<Verdict>& verdic
     table += fmt::format("| {} | {} | {} | {} | {:.2f} | {}\n", verdict.target.work,
                          Amount(verdict.cost, verdict.unit), Yardstick(verdict.target),
                          Amount(verdict.yardstick, verdict.unit), verdict.ratio, Judgement(verdict));
+  }
+  return table;
+}
+
+std::string MakeGrowthTable(const Machine& machine, const Session& session,
+                            const std::vector<std::size_t>& sizes) {
+  std::string table;
+  for (const auto& [name, text] : machine) table += fmt::format("- {}: {}\n", name, text);
+  table += "\n| kind | |";
+  for (const std::size_t size : sizes) table += fmt::format(" of {} |", Grouped(size));
+  for (std::size_t i = 1; i < sizes.size(); ++i) {
+    table += fmt::format(" {} : {} |", Grouped(sizes[i]), Grouped(sizes[i - 1]));
+  }
+  table += "\n|---|---|";
+  for (std::size_t i = 1; i < 2 * sizes.size(); ++i) table += "--:|";
+  table += "\n";
+  for (const Result& result : session.Results()) {
+    if (result.size != sizes.front()) continue;
+    std::vector<double> costs;
+    for (const std::size_t size : sizes) {
+      const Result* one = session.Find(result.measure, size, result.contender);
+      costs.push_back(one != nullptr ? one->Median() : 0);
+    }
+    table += fmt::format("| {} | {} |", result.measure, result.contender);
+    for (const double cost : costs) table += fmt::format(" {:.0f} ns |", cost);
+    for (std::size_t i = 1; i < costs.size(); ++i) table += fmt::format(" {:.2f} |", costs[i] / costs[i - 1]);
+    table += "\n";
   }
   return table;
 }

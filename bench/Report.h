@@ -16,6 +16,10 @@ Machine DescribeMachine();
 // The table, in Markdown.
 std::string MakeTable(const Machine& machine, const std::vector<Verdict>& verdicts);
 
+// What each thing of a kind costs at the sizes of `sizes`, and how much more at each than at the one before.
+std::string MakeGrowthTable(const Machine& machine, const Session& session,
+                            const std::vector<std::size_t>& sizes);
+
 void WriteText(const std::string& path, const std::string& text);
 void WriteJson(const std::string& path, const Machine& machine, const Session& session,
                const std::vector<Verdict>& verdicts);

@@ -101,6 +101,13 @@ void Session::Keep(const std::string& measure, const std::string& contender, con
   fmt::print("  {}: {} {:.1f} {}\n", measure, contender, value, unit);
 }
 
+void Session::Keep(const std::string& measure, std::size_t size, const std::string& contender,
+                   const std::vector<double>& values) {
+  results.push_back({measure, size, contender, "ns", values});
+  fmt::print("  {} ({}): {} {:.1f} ns\n", measure, size, contender, results.back().Median());
+  std::fflush(stdout);
+}
+
 const Result* Session::Find(const std::string& measure, std::size_t size,
                             const std::string& contender) const {
   const auto found = std::find_if(results.begin(), results.end(), [&](const Result& result) {

@@ -55,6 +55,10 @@ class Session {
   // Keeps a value that is counted, not timed.
   void Keep(const std::string& measure, const std::string& contender, const std::string& unit, double value);
 
+  // Keeps the times that each unit of work took at one size, in nanoseconds.
+  void Keep(const std::string& measure, std::size_t size, const std::string& contender,
+            const std::vector<double>& values);
+
   // Keeps what one contender of a measure took longer than another in each repetition, as a measure of the
   // first contender's own.
   void Subtract(const std::string& name, const std::string& measure, std::size_t size,

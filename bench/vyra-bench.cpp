@@ -19,6 +19,7 @@ using bench::Session;
 
 struct CommandLine {
   bool quick = false;
+  bool growth = false;
   int repetitions = 51;
   std::size_t largest = 100'000;
   std::string only;
@@ -60,6 +61,25 @@ std::vector<Measure> AllMeasures() {
           Once("plugin-memory", bench::MeasurePluginMemory)};
 }
 
+// What growth is shown at; those above the largest size asked for are left out.
+std::vector<std::size_t> SizesOfGrowth(const Session& session) {
+  std::vector<std::size_t> sizes = {10, 1'000, 100'000};
+  std::erase_if(sizes, [&](std::size_t size) { return size > session.Options().largest; });
+  return sizes;
+}
+
+// In a run of its own: the names of datarefs that other measures leave behind would count in it.
+void RunGrowth(Session& session, const CommandLine& line) {
+  const std::vector<std::size_t> sizes = SizesOfGrowth(session);
+  for (const std::size_t size : sizes) bench::MeasureGrowth(session, size, std::regex(line.only));
+  const bench::Machine machine = bench::DescribeMachine();
+  const std::string table = bench::MakeGrowthTable(machine, session, sizes);
+  fmt::print("\n{}", table);
+  if (!line.table.empty()) bench::WriteText(line.table, table);
+  if (!line.json.empty()) bench::WriteJson(line.json, machine, session, {});
+  if (!line.plot.empty()) bench::WritePlot(line.plot, session);
+}
+
 void Run(Session& session, const CommandLine& line) {
   const std::regex wanted(line.only);
   for (const Measure& measure : AllMeasures()) {
@@ -86,6 +106,9 @@ int RunCommandLine(int argc, char** argv) {
   CommandLine line;
   CLI::App app("vyra-bench: what the library costs, beside its peers and the bare machine.", "vyra-bench");
   app.add_flag("--quick", line.quick, "Run everything once and briefly, up to size 100: shows that it runs.");
+  app.add_flag("--growth", line.growth,
+               "Measure instead what one thing of each kind costs to make, look up and take back among 10, "
+               "1,000 and 100,000");
   app.add_option("--repetitions", line.repetitions, "How often everything is measured")
       ->check(CLI::Range(1, 1000))
       ->capture_default_str();
@@ -98,6 +121,10 @@ int RunCommandLine(int argc, char** argv) {
 
   Session session(line.quick ? bench::SessionOptions{1, 0.001, 100}
                              : bench::SessionOptions{line.repetitions, 0.005, line.largest});
+  if (line.growth) {
+    RunGrowth(session, line);
+    return 0;
+  }
   Run(session, line);
   Report(session, line);
   return 0;

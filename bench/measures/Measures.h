@@ -3,6 +3,8 @@
 // size is the registry's runs before every one that needs a larger registry.
 #pragma once
 
+#include <regex>
+
 #include "../Session.h"
 
 namespace bench {
@@ -40,5 +42,8 @@ void MeasureDataRefMemory(Session& session);
 void MeasurePluginMemory(Session& session);
 
 void MeasureFrame(Session& session, std::size_t size);
+
+// Of every kind of thing that plugins register whose name matches.
+void MeasureGrowth(Session& session, std::size_t size, const std::regex& wanted);
 
 }  // namespace bench
