@@ -10,7 +10,7 @@
 #include "VYRAWatch.h"
 
 std::map<std::string_view, VYRAData_t*> gDataRefs;
-VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
+VYRAOwnedRecords<VYRAData_t, &VYRAData_t::owned> gOwnedDataRefs;
 
 namespace {
 
@@ -74,7 +74,7 @@ void VYRADataAccessSetOwner(VYRAData_t* record, VYRAPluginID plugin) {
   const bool isOwned = plugin != VYRA_NO_PLUGIN;
   if (record->owner != VYRA_NO_PLUGIN) gOwnedDataRefs.Remove(record->owner, record);
   record->owner = plugin;
-  if (isOwned) gOwnedDataRefs.Add(plugin, record);
+  if (isOwned) gOwnedDataRefs.AddFirst(plugin, record);
   VYRADataAccessNoteOwned(record, isOwned);
   Find(HashOf(record->name), record->name.data())->isOwned = isOwned;
 }

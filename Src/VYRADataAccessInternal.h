@@ -9,8 +9,9 @@
 #include "VYRADataAccess.h"
 #include "VYRAOwnedRecords.h"
 
-struct VYRAData_t : VYRAOwned_t<VYRAData_t> {
-  std::string_view name;  // terminated; kept as long as the record
+struct VYRAData_t {
+  VYRALinks<VYRAData_t> owned;  // in gOwnedDataRefs
+  std::string_view name;        // terminated; kept as long as the record
   int types = 0;
   int writable = 0;
   // Who publishes it, if anybody does; changed by VYRADataAccessSetOwner alone.
@@ -48,7 +49,7 @@ extern VYRADataBlock* gDataFree;   // the last block, which is being filled
 extern int gDataCount;             // records handed out
 
 // The records of each plugin, for the plugin's end.
-extern VYRAOwnedRecords<VYRAData_t> gOwnedDataRefs;
+extern VYRAOwnedRecords<VYRAData_t, &VYRAData_t::owned> gOwnedDataRefs;
 
 // A fresh record from the pool.
 VYRAData_t* AllocDataRef();

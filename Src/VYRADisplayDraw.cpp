@@ -9,11 +9,6 @@ VYRAResourceList<VYRADrawCallbackRecord> gDrawCallbacks;
 
 namespace {
 
-bool IsSame(const VYRADrawCallbackRecord& left, const VYRADrawCallbackRecord& right) {
-  return left.callback == right.callback && left.phase == right.phase &&
-         left.wantsBefore == right.wantsBefore && left.refcon == right.refcon;
-}
-
 VYRADrawCallbackRecord* NewRecord(VYRADrawCallback_f callback, int phase, int wantsBefore, void* refcon) {
   auto* record = new VYRADrawCallbackRecord;
   record->callback = callback;
@@ -116,11 +111,11 @@ static_assert(kStepCount == 27 && kSteps[kWindowStep].phase == 50 && kSteps[26].
 
 int VYRARegisterDrawCallback(VYRADrawCallback_f callback, int phase, int wantsBefore, void* refcon) {
   NotePhase(phase, wantsBefore);
-  return VYRADisplayRegister(gDrawCallbacks, NewRecord(callback, phase, wantsBefore, refcon), IsSame);
+  return VYRADisplayRegister(gDrawCallbacks, NewRecord(callback, phase, wantsBefore, refcon));
 }
 
 int VYRAUnregisterDrawCallback(VYRADrawCallback_f callback, int phase, int wantsBefore, void* refcon) {
-  return VYRADisplayUnregister(gDrawCallbacks, NewRecord(callback, phase, wantsBefore, refcon), IsSame);
+  return VYRADisplayUnregister(gDrawCallbacks, NewRecord(callback, phase, wantsBefore, refcon));
 }
 
 int VYRADisplayDoDrawingHook(int step, int isReflection) {

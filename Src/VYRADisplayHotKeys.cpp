@@ -4,19 +4,27 @@
 // list's depth and leave it raised; registering lowers it without having raised it. So a removal mostly
 // waits for the end of its own unregistration, after which the hot key is gone whatever the depth.
 #include "VYRADisplayInternal.h"
+#include "VYRASequence.h"
 #include "VYRAStrings.h"
 
 VYRAResourceList<VYRAHotKeyInfoRecord> gHotKeys;
 
 namespace {
 
+// From the oldest, which is the last of the list, to the newest.
+VYRASequence<VYRAHotKeyInfoRecord, &VYRAHotKeyInfoRecord::slot> gHotKeyOrder;
+
+}  // namespace
+
+VYRAHotKeyInfoRecord::VYRAHotKeyInfoRecord() { gHotKeyOrder.Append(this); }
+
+VYRAHotKeyInfoRecord::~VYRAHotKeyInfoRecord() { gHotKeyOrder.Remove(this); }
+
+namespace {
+
 VYRAHotKeyInfoRecord* VYRAValidateHotKey(VYRAHotKeyID hotKey) {
-  VYRAResourceWalk<VYRAHotKeyInfoRecord> walk(gHotKeys);
-  walk.LeaveOpen();
-  while (VYRAHotKeyInfoRecord* record = walk.Next()) {
-    if (record == hotKey) return record;
-  }
-  return nullptr;
+  gHotKeys.BeginIterate();
+  return gHotKeys.Get(hotKey);
 }
 
 bool Fires(const VYRAHotKeyInfoRecord& record, char virtualKey, int flags) {
@@ -46,20 +54,15 @@ void VYRAUnregisterHotKey(VYRAHotKeyID hotKey) {
 }
 
 int VYRACountHotKeys(void) {
-  VYRAResourceWalk<VYRAHotKeyInfoRecord> walk(gHotKeys);
-  walk.LeaveOpen();
-  int count = 0;
-  while (walk.Next() != nullptr) ++count;
-  return count;
+  gHotKeys.BeginIterate();
+  return static_cast<int>(gHotKeyOrder.Count());
 }
 
 VYRAHotKeyID VYRAGetNthHotKey(int index) {
-  VYRAResourceWalk<VYRAHotKeyInfoRecord> walk(gHotKeys);
-  walk.LeaveOpen();
-  if (index < 0) return nullptr;
-  VYRAHotKeyInfoRecord* record = walk.Next();
-  for (int place = 0; record != nullptr && place < index; ++place) record = walk.Next();
-  return record;
+  gHotKeys.BeginIterate();
+  const auto count = static_cast<int>(gHotKeyOrder.Count());
+  if (index < 0 || index >= count) return nullptr;
+  return gHotKeyOrder.At(static_cast<std::size_t>(count - 1 - index));
 }
 
 void VYRAGetHotKeyInfo(VYRAHotKeyID hotKey, char* outVirtualKey, int* outFlags, char* outDescription,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <tuple>
 
 #include "VYRADisplay.h"
 #include "VYRALoaderDispatch.h"
@@ -14,6 +15,9 @@ struct VYRADrawCallbackRecord : VYRAResource_t<VYRADrawCallbackRecord> {
   int phase = 0;
   int wantsBefore = 0;
   void* refcon = nullptr;
+
+  // What a registration is known by, whoever made it.
+  auto Key() const { return std::tuple(callback, phase, wantsBefore, refcon); }
 };
 
 struct VYRAKeyCallbackRecord : VYRAResource_t<VYRAKeyCallbackRecord> {
@@ -21,6 +25,9 @@ struct VYRAKeyCallbackRecord : VYRAResource_t<VYRAKeyCallbackRecord> {
   VYRAPluginID owner = VYRA_NO_PLUGIN;
   int beforeWindows = 0;
   void* refcon = nullptr;
+
+  // What a registration is known by, whoever made it.
+  auto Key() const { return std::tuple(callback, beforeWindows, refcon); }
 };
 
 struct VYRAWindowCallbackRecord : VYRAStackedResource_t<VYRAWindowCallbackRecord> {
@@ -39,12 +46,18 @@ struct VYRAWindowCallbackRecord : VYRAStackedResource_t<VYRAWindowCallbackRecord
 };
 
 struct VYRAHotKeyInfoRecord : VYRAResource_t<VYRAHotKeyInfoRecord> {
+  VYRAHotKeyInfoRecord();
+  ~VYRAHotKeyInfoRecord();
+  VYRAHotKeyInfoRecord(const VYRAHotKeyInfoRecord&) = delete;
+  VYRAHotKeyInfoRecord& operator=(const VYRAHotKeyInfoRecord&) = delete;
+
   VYRAPluginID owner = VYRA_NO_PLUGIN;
   char virtualKey = 0;
   int flags = 0;
   std::string description;
   VYRAHotKey_f callback = nullptr;
   void* refcon = nullptr;
+  std::size_t slot = 0;  // its place among all, as VYRASequence counts
 };
 
 extern VYRAResourceList<VYRADrawCallbackRecord> gDrawCallbacks;

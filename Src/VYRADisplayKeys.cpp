@@ -7,11 +7,6 @@ VYRAResourceList<VYRAKeyCallbackRecord> gKeyCallbacks;
 
 namespace {
 
-bool IsSame(const VYRAKeyCallbackRecord& left, const VYRAKeyCallbackRecord& right) {
-  return left.callback == right.callback && left.beforeWindows == right.beforeWindows &&
-         left.refcon == right.refcon;
-}
-
 VYRAKeyCallbackRecord* NewRecord(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
   auto* record = new VYRAKeyCallbackRecord;
   record->callback = callback;
@@ -64,11 +59,11 @@ bool FocusWindowConsumes(const Key& pressed) {
 }  // namespace
 
 int VYRARegisterKeySniffer(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
-  return VYRADisplayRegister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon), IsSame);
+  return VYRADisplayRegister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon));
 }
 
 int VYRAUnregisterKeySniffer(VYRAKeySniffer_f callback, int beforeWindows, void* refcon) {
-  return VYRADisplayUnregister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon), IsSame);
+  return VYRADisplayUnregister(gKeyCallbacks, NewRecord(callback, beforeWindows, refcon));
 }
 
 int VYRADisplayKeyPressHook(char key, int flags, char virtualKey) {

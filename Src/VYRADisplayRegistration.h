@@ -3,7 +3,6 @@
 #pragma once
 
 #include "VYRAResourceList.h"
-#include "VYRAResourceWalk.h"
 
 // Gives a record up for good, and names it to a leak checker that is there, so that the checker goes on to
 // find every other leak.
@@ -13,29 +12,26 @@
 void VYRADisplayAbandon(const void* record);
 
 // Adds a new record in front unless its like is there; 1, or 0 then.
-template <class Record, class Same>
-int VYRADisplayRegister(VYRAResourceList<Record>& list, Record* record, Same same) {
-  {
-    VYRAResourceWalk<Record> walk(list);
-    while (const Record* other = walk.Next()) {
-      if (!same(*other, *record)) continue;
-      VYRADisplayAbandon(record);
-      return 0;
-    }
+template <class Record>
+int VYRADisplayRegister(VYRAResourceList<Record>& list, Record* record) {
+  list.BeginIterate();
+  const bool isThere = list.FirstLike(record->Key()) != nullptr;
+  list.EndIterate();
+  if (isThere) {
+    VYRADisplayAbandon(record);
+    return 0;
   }
   list.Add(record);
   return 1;
 }
 
-// Removes the first record like the probe; 1, or 0 when there is none.
-template <class Record, class Same>
-int VYRADisplayUnregister(VYRAResourceList<Record>& list, const Record* probe, Same same) {
+// Removes the record like the probe; 1, or 0 when there is none.
+template <class Record>
+int VYRADisplayUnregister(VYRAResourceList<Record>& list, const Record* probe) {
   VYRADisplayAbandon(probe);
-  VYRAResourceWalk<Record> walk(list);
-  while (Record* record = walk.Next()) {
-    if (!same(*record, *probe)) continue;
-    list.Remove(record);
-    return 1;
-  }
-  return 0;
+  list.BeginIterate();
+  Record* const record = list.FirstLike(probe->Key());
+  if (record != nullptr) list.Remove(record);
+  list.EndIterate();
+  return record != nullptr ? 1 : 0;
 }

@@ -14,16 +14,12 @@ namespace {
 
 using Window = VYRAWindowCallbackRecord;
 
-// The window, if the handle is one. Windows whose removal is still pending are freed first: this walk's own
-// end would free them and leave the caller with the remains.
+// The window, if the handle is one. Windows whose removal is still pending are freed first, as the walk of
+// the list that this stands for would end with it; and it brings the list's anchor back to the front.
 Window* VYRAWindowIsValid(VYRAWindowID window) {
   gWindows.BeginIterate();
   gWindows.EndIterate();
-  VYRAResourceWalk walk(gWindows);
-  while (Window* record = walk.Next()) {
-    if (record == window) return record;
-  }
-  return nullptr;
+  return gWindows.Get(window);
 }
 
 // A window that is being told that it loses focus. It is told once, also when it moves the focus to and fro

@@ -1,49 +1,37 @@
 // What each plugin owns of a kind of record, so that what a leaving plugin leaves behind is found without a
-// search through everybody's. A record is in at most one plugin's chain.
+// search through everybody's.
 #pragma once
 
 #include <cstddef>
 #include <vector>
 
+#include "VYRAChain.h"
 #include "VYRADefs.h"
 
-// The base of a record that is kept in such chains.
-template <class T>
-struct VYRAOwned_t {
-  T* nextOwned = nullptr;
-  T* previousOwned = nullptr;
-};
-
-template <class T>
+// `links` as for VYRAChain. A record is in at most one plugin's chain.
+template <class T, auto links>
 class VYRAOwnedRecords {
  public:
-  // The first record of a plugin, or null.
+  // The first record of a plugin, or null, and the one behind a record.
   T* First(VYRAPluginID plugin) const {
-    return PlaceOf(plugin) < chains.size() ? chains[PlaceOf(plugin)] : nullptr;
+    return PlaceOf(plugin) < chains.size() ? chains[PlaceOf(plugin)].First() : nullptr;
   }
+  static T* Next(T* record) { return VYRAChain<T, links>::Next(record); }
 
-  void Add(VYRAPluginID plugin, T* record) {
-    const std::size_t place = PlaceOf(plugin);
-    if (chains.size() <= place) chains.resize(place + 1);
-    record->previousOwned = nullptr;
-    record->nextOwned = chains[place];
-    if (record->nextOwned != nullptr) record->nextOwned->previousOwned = record;
-    chains[place] = record;
-  }
+  void AddFirst(VYRAPluginID plugin, T* record) { ChainOf(plugin).AddFirst(record); }
+  void AddLast(VYRAPluginID plugin, T* record) { ChainOf(plugin).AddLast(record); }
 
   // Takes a record out of its plugin's chain.
-  void Remove(VYRAPluginID plugin, T* record) {
-    if (record->nextOwned != nullptr) record->nextOwned->previousOwned = record->previousOwned;
-    if (record->previousOwned != nullptr) {
-      record->previousOwned->nextOwned = record->nextOwned;
-    } else {
-      chains[PlaceOf(plugin)] = record->nextOwned;
-    }
-  }
+  void Remove(VYRAPluginID plugin, T* record) { chains[PlaceOf(plugin)].Remove(record); }
 
  private:
   // VYRA_NO_PLUGIN, which is -1, has a chain as well.
   static std::size_t PlaceOf(VYRAPluginID plugin) { return static_cast<std::size_t>(plugin) + 1; }
 
-  std::vector<T*> chains;
+  VYRAChain<T, links>& ChainOf(VYRAPluginID plugin) {
+    if (chains.size() <= PlaceOf(plugin)) chains.resize(PlaceOf(plugin) + 1);
+    return chains[PlaceOf(plugin)];
+  }
+
+  std::vector<VYRAChain<T, links>> chains;
 };

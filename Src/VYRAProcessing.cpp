@@ -2,7 +2,6 @@
 
 #include <limits>
 #include <optional>
-#include <unordered_set>
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
@@ -20,15 +19,9 @@ int gLastCallNumber = 0;
 // use it as their clock.
 constexpr float gLastCallTime = 0.0F;
 
-// The records that exist, so that a stale handle is known before it is followed.
-std::unordered_set<const VYRAFlightLoopRecord*> gFlightLoopHandles;
-
-bool IsCallersOwn(const VYRAFlightLoopRecord* loop) {
-  return gFlightLoopHandles.contains(loop) && loop->owner == gDispatchedPlugin;
-}
-
-bool Matches(const VYRAFlightLoopRecord& loop, VYRAFlightLoop_f callback, const void* refcon) {
-  return loop.callback == callback && loop.refcon == refcon;
+bool IsCallersOwn(VYRAFlightLoopRecord* handle) {
+  const VYRAFlightLoopRecord* loop = gFlightLoops.Get(handle);
+  return loop != nullptr && loop->owner == gDispatchedPlugin;
 }
 
 // When a schedule counts from. The host is asked before the flight loop is looked up: what it does in the
@@ -65,7 +58,6 @@ VYRAFlightLoopRecord::VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, f
       lastCallTime(now),
       lastCallCycle(cycle) {
   Wait(0);
-  gFlightLoopHandles.insert(this);
 }
 
 void VYRAFlightLoopRecord::Wait(float interval) {
@@ -81,8 +73,6 @@ void VYRAFlightLoopRecord::WaitAsBefore(float now, int cycle) {
   lastCallTime = now;
   lastCallCycle = cycle;
 }
-
-VYRAFlightLoopRecord::~VYRAFlightLoopRecord() { gFlightLoopHandles.erase(this); }
 
 float VYRAGetElapsedTime(void) { return gHooks != nullptr ? gHooks->GetElapsedTime() : 0.0F; }
 
@@ -120,21 +110,18 @@ void VYRARegisterFlightLoopCallback(VYRAFlightLoop_f callback, float interval, v
 }
 
 void VYRAUnregisterFlightLoopCallback(VYRAFlightLoop_f callback, void* refcon) {
-  VYRAResourceWalk walk(gFlightLoops);
-  while (VYRAFlightLoopRecord* loop = walk.Next()) {
-    if (!Matches(*loop, callback, refcon)) continue;
-    gFlightLoops.Remove(loop);
-    return;
-  }
+  gFlightLoops.BeginIterate();
+  if (auto* loop = gFlightLoops.FirstLike(std::tuple(callback, refcon))) gFlightLoops.Remove(loop);
+  gFlightLoops.EndIterate();
 }
 
 void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval, int relativeToNow,
                                        void* refcon) {
   const std::optional<float> begin = BeginOfSchedule(relativeToNow);
-  VYRAResourceWalk walk(gFlightLoops);
-  while (VYRAFlightLoopRecord* loop = walk.Next()) {
-    if (Matches(*loop, callback, refcon)) Schedule(*loop, interval, begin);
-  }
+  gFlightLoops.BeginIterate();
+  auto* loop = gFlightLoops.FirstLike(std::tuple(callback, refcon));
+  for (; loop != nullptr; loop = gFlightLoops.NextLike(loop)) Schedule(*loop, interval, begin);
+  gFlightLoops.EndIterate();
 }
 
 void VYRAProcessingRunPass(float now, int phase) {

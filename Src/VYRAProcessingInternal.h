@@ -1,15 +1,17 @@
 // Flight loops: the list of callbacks that are called in the host's passes when they are due.
 #pragma once
 
+#include <tuple>
+
 #include "VYRAProcessing.h"
 #include "VYRAResourceList.h"
 #include "VYRAResourceWalk.h"
 
 struct VYRAFlightLoopRecord : VYRAResource_t<VYRAFlightLoopRecord> {
   VYRAFlightLoopRecord(const VYRAFlightLoopParams& params, float now, int cycle, VYRAPluginID plugin);
-  ~VYRAFlightLoopRecord();
-  VYRAFlightLoopRecord(const VYRAFlightLoopRecord&) = delete;
-  VYRAFlightLoopRecord& operator=(const VYRAFlightLoopRecord&) = delete;
+
+  // What it is known by to those who have no handle.
+  auto Key() const { return std::tuple(callback, refcon); }
 
   // Waits from the last call on: seconds above 0, passes below 0, for good at 0.
   void Wait(float interval);

@@ -3,14 +3,28 @@
 
 #include <cstdint>
 
+#include "VYRAChain.h"
 #include "VYRARecordPool.h"
 
 template <class T>
 class VYRAResourceList;
 
-// The base of every record.
+// What finds a record other than a walk.
 template <class T>
-class VYRAResource_t : public VYRAPooled_t<T> {
+struct VYRAResourceAside {
+  VYRALinks<T> owned;  // among those of its owner
+  VYRALinks<T> alike;  // among those with its key
+
+  static VYRAResourceAside& Of(const T& record) {
+    return VYRARecordPool<T, VYRAResourceAside>::AsideOf(record);
+  }
+  static VYRALinks<T>& OwnedOf(const T& record) { return Of(record).owned; }
+  static VYRALinks<T>& AlikeOf(const T& record) { return Of(record).alike; }
+};
+
+// The base of every record. A record has an `owner`, and may have a Key() by which its list finds it.
+template <class T>
+class VYRAResource_t : public VYRAPooled_t<T, VYRAResourceAside<T>> {
  public:
   T* get_next() const { return next; }
   T* get_prev() const { return prev; }
@@ -31,12 +45,16 @@ class VYRAResource_t : public VYRAPooled_t<T> {
 template <class T>
 class VYRAStackedResource_t : public VYRAResource_t<T> {
  public:
+  // Whether the moved anchor hid it from its list.
+  bool is_hidden() const { return hidden; }
+
   // Larger in records that were added later.
   std::uint64_t get_serial() const { return serial; }
 
  private:
   friend class VYRAResourceList<T>;
 
+  bool hidden = false;
   bool isHiddenTail = false;       // the last of a run of records that the moved anchor hid
   bool followsHiddenTail = false;  // a hidden run still leads to this record
   T* nextHiddenTail = nullptr;

@@ -2,14 +2,19 @@
 // other record, or reorder the list, while it is being walked: during a walk a removal only marks the record
 // dead, and the end of any walk frees the dead ones; walks in progress are moved off a record before it is
 // freed or relinked. Records are made by the subsystem and owned by the list from Add onward.
+//
+// Beside the list stands what finds a record without a walk: by its owner, by its key, and by its handle,
+// which is its address. Dead records are found as well, until they are freed.
 #pragma once
 
 #include <cstdint>
 #include <limits>
 
+#include "VYRAOwnedRecords.h"
 #include "VYRAResource.h"
 #include "VYRAResourceCursor.h"
 #include "VYRAResourceHold.h"
+#include "VYRAResourceKeys.h"
 
 template <class T>
 class VYRAResourceWalk;
@@ -30,7 +35,7 @@ struct VYRAIterationDepth {
 template <class T>
 class VYRAResourceList {
  public:
-  constexpr VYRAResourceList() = default;
+  VYRAResourceList() = default;
   VYRAResourceList(const VYRAResourceList&) = delete;
   VYRAResourceList& operator=(const VYRAResourceList&) = delete;
 
@@ -41,7 +46,25 @@ class VYRAResourceList {
       for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) cursor->BeforeAdd();
     }
     VYRAAddResource(item);
+    owned.AddFirst(item->owner, item);
+    keys.AddFirst(item);
   }
+
+  // The record that a handle, which may be any pointer, is good for, or null. The hidden are not found.
+  static T* Get(T* handle) {
+    if (!T::Pool::Holds(handle)) return nullptr;
+    if constexpr (Cursor::IsStack()) {
+      if (handle->hidden) return nullptr;
+    }
+    return handle;
+  }
+
+  // The first record of the list with a key, or null, and the next one with the key of a record.
+  template <class Key>
+  T* FirstLike(const Key& key) {
+    return keys.First(key);
+  }
+  static T* NextLike(T* item) { return VYRAResourceKeys<T>::Next(item); }
 
   // Frees a record, or marks it dead while a walk is in progress.
   void Remove(T* item) {
@@ -52,10 +75,19 @@ class VYRAResourceList {
   // Removes every record that this plugin made, in a walk of its own. The hidden ones go too.
   template <class Plugin>
   void RemoveAllOf(Plugin owner) {
-    for (T* item = BeginIterate(); item != nullptr; item = item->next) {
-      if (item->owner == owner) Remove(item);
+    BeginIterate();
+    T* next = nullptr;
+    for (T* item = owned.First(owner); item != nullptr; item = next) {
+      next = owned.Next(item);
+      if constexpr (Cursor::IsStack()) {
+        if (item->hidden) {
+          // Those on the chain of dead ones are freed from there.
+          if (!item->onDeadChain) VYRAKillResource(item, false);
+          continue;
+        }
+      }
+      Remove(item);
     }
-    if constexpr (Cursor::IsStack()) FreeHiddenOf(owner);
     EndIterate();
   }
 
@@ -122,6 +154,7 @@ class VYRAResourceList {
     item->next = head;
     if (head != nullptr) head->prev = item;
     item->dead = false;
+    if constexpr (Cursor::IsStack()) item->hidden = false;
     CutDeadChainBehind(item);
     head = item;
   }
@@ -131,6 +164,8 @@ class VYRAResourceList {
       for (Cursor* cursor = innermostCursor; cursor != nullptr; cursor = cursor->outer) cursor->Forget(item);
       for (auto* hold = innermostHold; hold != nullptr; hold = hold->outer) hold->Forget(item);
       VYRARemoveResource(item);
+      owned.Remove(item->owner, item);
+      keys.Remove(item);
       delete item;
       return;
     }
@@ -183,6 +218,7 @@ class VYRAResourceList {
   // unlinked.
 
   void HideUpTo(T* tail) {
+    for (T* item = tail; item != nullptr; item = item->prev) item->hidden = true;
     tail->isHiddenTail = true;
     tail->nextHiddenTail = hiddenTails;
     hiddenTails = tail;
@@ -204,8 +240,8 @@ class VYRAResourceList {
     if (*link != nullptr) TakeTailOff(link);
   }
 
-  // The record before a tail becomes its run's tail; without one the run ends. Whether there was one.
-  static bool TakeTailOff(T** link) {
+  // The record before a tail becomes its run's tail; without one the run ends.
+  static void TakeTailOff(T** link) {
     T* const tail = *link;
     T* const before = tail->prev;
     *link = before != nullptr ? before : tail->nextHiddenTail;
@@ -215,25 +251,6 @@ class VYRAResourceList {
     }
     tail->isHiddenTail = false;
     tail->nextHiddenTail = nullptr;
-    return before != nullptr;
-  }
-
-  template <class Plugin>
-  void FreeHiddenOf(Plugin owner) {
-    // Those on the chain of dead ones are freed from there.
-    const auto isMeant = [&](const T& item) { return item.owner == owner && !item.onDeadChain; };
-    for (T** link = &hiddenTails; *link != nullptr;) {
-      T* const tail = *link;
-      for (T* item = tail->prev; item != nullptr;) {
-        T* const before = item->prev;
-        if (isMeant(*item)) VYRAKillResource(item, false);
-        item = before;
-      }
-      const bool tailGoes = isMeant(*tail);
-      const bool runStays = !tailGoes || TakeTailOff(link);
-      if (tailGoes) VYRAKillResource(tail, false);
-      if (runStays) link = &(*link)->nextHiddenTail;
-    }
   }
 
   T* head = nullptr;      // an anchor into the chain: the first record, or after a reverse begin the last
@@ -244,4 +261,6 @@ class VYRAResourceList {
   VYRAResourceHold<T>* innermostHold = nullptr;  // the latest
   T* hiddenTails = nullptr;                      // the runs that the moved anchor hid
   std::uint64_t newestSerial = 0;                // of the record that was added last
+  VYRAOwnedRecords<T, &VYRAResourceAside<T>::OwnedOf> owned;
+  [[no_unique_address]] VYRAResourceKeys<T> keys;
 };

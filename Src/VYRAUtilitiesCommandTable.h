@@ -5,65 +5,54 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <tuple>
 
-#include "VYRAHashIndex.h"
+#include "VYRAKeyedRecords.h"
 #include "VYRAOwnedRecords.h"
 #include "VYRARecordPool.h"
 #include "VYRAUtilities.h"
 
-struct VYRACommandCB_t : VYRAOwned_t<VYRACommandCB_t>, VYRAPooled_t<VYRACommandCB_t> {
+struct VYRACommandCB_t : VYRAPooled_t<VYRACommandCB_t> {
   VYRACommandHandler_f callback = nullptr;  // null once it was removed
   VYRAPluginID owner = VYRA_NO_PLUGIN;
   void* refcon = nullptr;
-  std::uint64_t serial = 0;         // rises with each registration
-  VYRACommandCB_t* next = nullptr;  // stays as it was when the record is taken out of its list
+  std::uint64_t serial = 0;                // rises with each registration
+  VYRALinks<VYRACommandCB_t> ofCommand{};  // the next one to be called stays known after the removal
   VYRACommandRef command = nullptr;
+  VYRALinks<VYRACommandCB_t> alike{};
+  VYRALinks<VYRACommandCB_t> owned{};
+
+  // What a registration is known by.
+  auto Registration() const { return std::tuple(command, callback, owner, refcon); }
 };
 
 class VYRACommandTable {
  public:
-  VYRACommandTable() = default;
-  ~VYRACommandTable();
-  VYRACommandTable(const VYRACommandTable&) = delete;
-  VYRACommandTable& operator=(const VYRACommandTable&) = delete;
+  using Handler = VYRACommandCB_t;
 
   // The handler of a command that is called first, or null.
-  VYRACommandCB_t* First(VYRACommandRef command) {
-    const Entry* entry = Find(command);
-    return entry != nullptr ? entry->first : nullptr;
+  Handler* First(VYRACommandRef command) { return byCommand.First(command); }
+
+  // The first of the handlers with a registration that would be called, or null.
+  Handler* FirstLike(const decltype(Handler().Registration())& registration) {
+    return byRegistration.First(registration);
   }
 
   // The first of a plugin's handlers, of whichever command, or null.
-  VYRACommandCB_t* FirstOf(VYRAPluginID plugin) const { return owned.First(plugin); }
+  Handler* FirstOf(VYRAPluginID plugin) const { return owned.First(plugin); }
 
   // Adds a handler in front of those of its command, or behind them. It belongs to the table from here on.
-  void AddFirst(VYRACommandCB_t* handler);
-  void AddLast(VYRACommandCB_t* handler);
+  void AddFirst(Handler* handler);
+  void AddLast(Handler* handler);
 
   // Takes a handler of the table out, and with the last one its command.
-  std::unique_ptr<VYRACommandCB_t> Take(VYRACommandCB_t* handler);
+  std::unique_ptr<Handler> Take(Handler* handler);
 
   // How many commands have handlers.
-  std::size_t Count() const { return index.Count(); }
+  std::size_t Count() const { return byCommand.Count(); }
 
  private:
-  struct Entry {
-    // Any pointer may be a command, null too: an unused entry has one that nobody else can have.
-    static constexpr char kUnused = 0;
-
-    const void* command = &kUnused;
-    VYRACommandCB_t* first = nullptr;  // in the order in which they are called
-
-    bool IsUsed() const { return command != &kUnused; }
-    std::uint64_t Hash() const { return reinterpret_cast<std::uintptr_t>(command); }
-  };
-
-  Entry* Find(VYRACommandRef command) {
-    return index.Find(reinterpret_cast<std::uintptr_t>(command), [](const Entry&) { return true; });
-  }
-  void AddAt(VYRACommandCB_t*& link, VYRACommandCB_t* handler);
-  VYRACommandCB_t*& FirstLink(VYRACommandRef command);
-
-  VYRAHashIndex<Entry> index;
-  VYRAOwnedRecords<VYRACommandCB_t> owned;
+  VYRAKeyedRecords<Handler, &Handler::command, &Handler::ofCommand> byCommand;
+  VYRAKeyedRecords<Handler, &Handler::Registration, &Handler::alike> byRegistration;
+  VYRAOwnedRecords<Handler, &Handler::owned> owned;
 };

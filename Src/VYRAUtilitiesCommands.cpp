@@ -9,10 +9,11 @@
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
+#include "VYRARetiredRecords.h"
 #include "VYRAWatch.h"
 
-VYRACommandTable gPreHooks;
-VYRACommandTable gPostHooks;
+VYRANeverDestroyed<VYRACommandTable> gPreHooks;
+VYRANeverDestroyed<VYRACommandTable> gPostHooks;
 std::set<VYRAHeldCommand> gCommandMap;
 
 namespace {
@@ -21,27 +22,14 @@ using Handler = VYRACommandCB_t;
 
 std::uint64_t gRegistrations = 0;
 std::uint64_t gPresses = 0;
-int gPasses = 0;  // walks over handlers that are on the stack
-// Kept until no pass is on the stack: a pass may be in the middle of calling one, and then follows its
-// `next`.
-std::vector<std::unique_ptr<Handler>> gRemovedHandlers;
+VYRARetiredRecords<Handler> gRetired;
 
-VYRACommandTable& HooksFor(int before) { return before != 0 ? gPreHooks : gPostHooks; }
-
-class StPass {
- public:
-  StPass() { ++gPasses; }
-  ~StPass() {
-    if (--gPasses == 0 && !gRemovedHandlers.empty()) gRemovedHandlers.clear();
-  }
-  StPass(const StPass&) = delete;
-  StPass& operator=(const StPass&) = delete;
-};
+VYRACommandTable& HooksFor(int before) { return before != 0 ? *gPreHooks : *gPostHooks; }
 
 void Remove(VYRACommandTable& hooks, Handler* handler) {
   std::unique_ptr<Handler> removed = hooks.Take(handler);
   removed->callback = nullptr;
-  if (gPasses > 0) gRemovedHandlers.push_back(std::move(removed));
+  gRetired.Retire(std::move(removed));
 }
 
 void RemoveHandlersOf(VYRAPluginID plugin, VYRACommandTable& hooks) {
@@ -54,10 +42,10 @@ int PhaseOf(int isBegin, int isEnd) {
 }
 
 int CallHandlers(const Handler* first, VYRACommandRef command, int phase) {
-  const StPass pass;
+  const VYRARetiredRecords<Handler>::StPass pass(gRetired);
   StDispatchWalk dispatch(VYRA_CALL_COMMAND);
   const std::uint64_t newest = gRegistrations;
-  for (const Handler* handler = first; handler != nullptr; handler = handler->next) {
+  for (const Handler* handler = first; handler != nullptr; handler = handler->ofCommand.next) {
     if (handler->callback == nullptr || handler->serial > newest) continue;
     if (!dispatch(handler->owner)) continue;
     if (handler->callback(command, phase, handler->refcon) == 0) return 0;
@@ -87,7 +75,8 @@ void EndCommandsOf(VYRAPluginID plugin) {
     gHooks->CommandEnd(held.command);
   });
   // What was pressed again meanwhile, in the name of a plugin that is gone.
-  std::erase_if(gCommandMap, [&](const VYRAHeldCommand& held) { return held.owner == plugin; });
+  gCommandMap.erase(gCommandMap.lower_bound({.owner = plugin}),
+                    gCommandMap.lower_bound({.owner = plugin + 1}));
 }
 
 }  // namespace
@@ -127,26 +116,26 @@ void VYRACommandOnce(VYRACommandRef command) {
 void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                 void* refcon) {
   if (handler == nullptr) return;
-  auto* added = new Handler{{}, {}, handler, gDispatchedPlugin, refcon, ++gRegistrations, nullptr, command};
+  auto* added = new Handler;
+  added->callback = handler;
+  added->owner = gDispatchedPlugin;
+  added->refcon = refcon;
+  added->serial = ++gRegistrations;
+  added->command = command;
   // Kept: before the host the newest handler comes first, after it the oldest. The plugin that hooked in
   // front of a command last is to see it first.
   if (before != 0) {
-    gPreHooks.AddFirst(added);
+    gPreHooks->AddFirst(added);
   } else {
-    gPostHooks.AddLast(added);
+    gPostHooks->AddLast(added);
   }
 }
 
 void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                   void* refcon) {
   VYRACommandTable& hooks = HooksFor(before);
-  for (Handler* record = hooks.First(command); record != nullptr; record = record->next) {
-    if (record->callback != handler || record->owner != gDispatchedPlugin || record->refcon != refcon) {
-      continue;
-    }
-    Remove(hooks, record);
-    return;
-  }
+  Handler* record = hooks.FirstLike({command, handler, gDispatchedPlugin, refcon});
+  if (record != nullptr) Remove(hooks, record);
 }
 
 int VYRADispatchCommandHook(VYRACommandRef command, int isBegin, int isEnd, int isBefore) {
@@ -162,15 +151,15 @@ void VYRACommandRepeatHook() {
 
 void VYRACommandCleanupHook(VYRAPluginID plugin) {
   EndCommandsOf(plugin);
-  RemoveHandlersOf(plugin, gPreHooks);
-  RemoveHandlersOf(plugin, gPostHooks);
+  RemoveHandlersOf(plugin, *gPreHooks);
+  RemoveHandlersOf(plugin, *gPostHooks);
 }
 
 int VYRAGetCommandHandlers(VYRACommandRef command, VYRACommandHandlerInfo* outHandlers, int capacity) {
   int count = 0;
   for (const int isBefore : {1, 0}) {
     for (const Handler* handler = HooksFor(isBefore).First(command); handler != nullptr;
-         handler = handler->next) {
+         handler = handler->ofCommand.next) {
       if (count++ < capacity) outHandlers[count - 1] = {.plugin = handler->owner, .isBefore = isBefore};
     }
   }

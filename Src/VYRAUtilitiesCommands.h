@@ -5,6 +5,7 @@
 #include <set>
 #include <tuple>
 
+#include "VYRANeverDestroyed.h"
 #include "VYRAUtilitiesCommandTable.h"
 
 struct VYRAHeldCommand {
@@ -17,8 +18,8 @@ struct VYRAHeldCommand {
   }
 };
 
-extern VYRACommandTable gPreHooks;   // called before the host acts
-extern VYRACommandTable gPostHooks;  // called after it
+extern VYRANeverDestroyed<VYRACommandTable> gPreHooks;   // called before the host acts
+extern VYRANeverDestroyed<VYRACommandTable> gPostHooks;  // called after it
 
 // What plugins have begun and not ended, by owner, then by command.
 extern std::set<VYRAHeldCommand> gCommandMap;

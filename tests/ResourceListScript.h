@@ -136,6 +136,8 @@ class ResourceListScript {
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
+    int Key() const { return owner; }
+
     std::map<int, Item*>& items;
     int id;
     int owner;
@@ -290,6 +292,27 @@ class ResourceListScript {
     }
     if (items.size() != model.chain.size() + model.hidden.size())
       Fail("a record is neither linked nor freed");
+    CompareIndex();
+  }
+
+  // What is found without a walk, against the chain.
+  void CompareIndex() {
+    for (const auto& [id, item] : items) {
+      if ((list.Get(item) != nullptr) != model.Has(id)) Fail("a handle is judged wrongly");
+    }
+    if (list.Get(nullptr) != nullptr || list.Get(reinterpret_cast<Item*>(this)) != nullptr)
+      Fail("a handle of nothing is good");
+    if constexpr (!kIsStack) {
+      for (int key = 0; key < ResourceListModel::kOwners; ++key) {
+        Item* alike = list.FirstLike(key);
+        for (const int id : model.chain) {
+          if (ResourceListModel::OwnerOf(id) != key) continue;
+          if (alike == nullptr || alike->id != id) return Fail("the order of those with a key differs");
+          alike = list.NextLike(alike);
+        }
+        if (alike != nullptr) Fail("a record is found that is not in the list");
+      }
+    }
   }
 
   std::span<const std::uint8_t> bytes;

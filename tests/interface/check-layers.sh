@@ -35,12 +35,18 @@ VYRAProcessing       3 processing
 VYRAScenery          3 scenery
 VYRAUtilities        3 utilities
 VYRAAtEnd            1
+VYRAChain            1
 VYRAHashIndex        1
 VYRAHostServices     1
+VYRAKeyedRecords     1
 VYRAModuleLoader     1
+VYRANeverDestroyed   1
 VYRAOwnedRecords     1
 VYRARecordPool       1
 VYRAResource         1
+VYRARetiredRecords   1
+VYRASequence         1
+VYRASlotIndex        1
 VYRAStrings          1
 UTL_unicode          1
 END

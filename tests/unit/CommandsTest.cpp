@@ -202,20 +202,20 @@ TEST_F(Commands, ThoseThatNobodyHandlesAnyMoreLeaveTheTable) {
     for (std::uintptr_t command = 0; command < 6000; command += step) change(Ref(command), Call, 0, &a);
   };
   each(1, VYRAUnregisterCommandHandler);
-  EXPECT_EQ(gPostHooks.Count(), 0U) << "asking for none makes none";
+  EXPECT_EQ(gPostHooks->Count(), 0U) << "asking for none makes none";
   each(1, VYRARegisterCommandHandler);
   RunAs(leaver, [&] { each(2, VYRARegisterCommandHandler); });
   each(3, VYRAUnregisterCommandHandler);
-  EXPECT_EQ(gPostHooks.Count(), 5000U) << "of each third the leaver still handles the half";
+  EXPECT_EQ(gPostHooks->Count(), 5000U) << "of each third the leaver still handles the half";
   VYRACommandCleanupHook(leaver);
-  EXPECT_EQ(gPostHooks.Count(), 4000U);
+  EXPECT_EQ(gPostHooks->Count(), 4000U);
   for (std::uintptr_t command = 0; command < 6000; ++command) {
     called.clear();
     VYRADispatchCommandHook(Ref(command), 0, 0, 0);
     ASSERT_EQ(called, command % 3 == 0 ? "" : "a") << command;
   }
   each(1, VYRAUnregisterCommandHandler);
-  EXPECT_EQ(gPostHooks.Count(), 0U);
+  EXPECT_EQ(gPostHooks->Count(), 0U);
 }
 
 TEST_F(Commands, HostMayChangeWhatIsHeldWhileItIsToldOfIt) {
