@@ -70,15 +70,16 @@ void DrawFigures(const FrameHistory& history, const Totals& totals) {
   const double perSecond = totals.between == 0 ? 0.0 : totals.intervals / Milliseconds(totals.between) * 1e3;
   const double mean = Milliseconds(totals.sum) / static_cast<double>(history.Count());
   const double budget = Milliseconds(history.Frame(history.Count() - 1).budget);
+  if (ImGui::SmallButton("Longest")) Pick(history.Frame(totals.longestIndex));
+  ImGui::SameLine();
+  if (gPicked) {
+    if (ImGui::SmallButton("All")) gPicked.reset();
+    ImGui::SameLine();
+  }
   ImGui::TextUnformatted(fmt::format("{:.1f} frames/s", perSecond).c_str());
   ImGui::SameLine();
   FaintText(fmt::format("mean {:.1f} ms   longest {:.1f} ms   budget {:.1f} ms", mean,
                         Milliseconds(totals.longest), budget));
-  ImGui::SameLine();
-  if (ImGui::SmallButton("Longest")) Pick(history.Frame(totals.longestIndex));
-  if (!gPicked) return;
-  ImGui::SameLine();
-  if (ImGui::SmallButton("Live")) gPicked.reset();
 }
 
 struct Graph {
