@@ -82,6 +82,26 @@ TEST_F(PictureTest, WaterIsBlueLandIsNotAndTheSkyLiesAboveTheHorizon) {
   EXPECT_GT(Bright(Draw(ahead, drawGround).At(kWidth / 2, 2)), Bright(ground)) << "and the other way round";
 }
 
+// Land that is not drawn, as it seems to lie out of sight, would leave the haze behind it.
+TEST_F(PictureTest, NoPieceOfTheGroundIsMissingWhereverTheEyeTurns) {
+  const std::array<int, 3> haze{204, 222, 237};
+  View view = Above(Find(false), 700.0);
+  for (int turn = 0; turn < 24; ++turn) {
+    view.heading = 15.0 * turn;
+    view.roll = 40.0 * turn;
+    view.pitch = -90.0 + 1.5 * turn;
+    view.zoom = turn % 2 == 0 ? 1.0 : 5.0;
+    const Picture picture = Draw(view, [this](FramePainter& scene) {
+      scene.SetSceneState();
+      scene.DrawGround(world);
+    });
+    int missing = 0;
+    for (int y = 0; y < kHeight; ++y)
+      for (int x = 0; x < kWidth; ++x) missing += picture.At(x, y) == haze ? 1 : 0;
+    EXPECT_EQ(missing, 0) << "turn " << turn;
+  }
+}
+
 TEST_F(PictureTest, ModelsStandWhereAndAsTheyAreTurned) {
   // A red board, 2 m to the right of the origin of its model and flat.
   world::ObjectModel model;

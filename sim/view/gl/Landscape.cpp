@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <span>
 
 #include "view/gl/GroundColours.h"
 #include "world/terrain/NaturalHeight.h"
@@ -73,6 +75,7 @@ void Landscape::Update(const world::LocalFrame& frame, const world::Terrain& ter
   }
   if (!isChanged) return;
   triangles.clear();
+  blocks.clear();
   for (std::size_t index = 0; index < levels.size(); ++index)
     Cover(levels[index], index > 0 ? &levels[index - 1] : nullptr);
 }
@@ -126,13 +129,33 @@ void Landscape::Cover(const Level& level, const Level* finer) {
     return finer != nullptr && column >= holeColumn && column < holeColumn + kCells / 2 && row >= holeRow &&
            row < holeRow + kCells / 2;
   };
-  for (int row = 0; row < kCells; ++row) {
-    for (int column = 0; column < kCells; ++column) {
-      if (isInHole(row, column)) continue;
-      AddTriangle(at(row, column), at(row + 1, column), at(row, column + 1));
-      AddTriangle(at(row, column + 1), at(row + 1, column), at(row + 1, column + 1));
+  const auto coverCell = [&](int row, int column) {
+    if (isInHole(row, column)) return;
+    AddTriangle(at(row, column), at(row + 1, column), at(row, column + 1));
+    AddTriangle(at(row, column + 1), at(row + 1, column), at(row + 1, column + 1));
+  };
+  for (int top = 0; top < kCells; top += kCellsOfBlock) {
+    for (int left = 0; left < kCells; left += kCellsOfBlock) {
+      const std::size_t begin = triangles.size();
+      for (int row = top; row < top + kCellsOfBlock; ++row)
+        for (int column = left; column < left + kCellsOfBlock; ++column) coverCell(row, column);
+      AddBlock(begin);
     }
   }
+}
+
+void Landscape::AddBlock(std::size_t begin) {
+  if (begin == triangles.size()) return;
+  const auto placeOf = [](const Vertex& vertex) -> world::Vector {
+    return {vertex.position[0], vertex.position[1], vertex.position[2]};
+  };
+  const std::span block(triangles.begin() + static_cast<std::ptrdiff_t>(begin), triangles.end());
+  world::Vector sum;
+  for (const Vertex& vertex : block) sum += placeOf(vertex);
+  Bounds bounds{(1.0 / static_cast<double>(block.size())) * sum, 0.0};
+  for (const Vertex& vertex : block)
+    bounds.radius = std::max(bounds.radius, world::Length(placeOf(vertex) - bounds.middle));
+  blocks.push_back({begin, triangles.size(), bounds});
 }
 
 void Landscape::AddTriangle(const Point& a, const Point& b, const Point& c) {

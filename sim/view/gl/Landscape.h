@@ -2,9 +2,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "view/gl/Frustum.h"
 #include "world/earth/LocalFrame.h"
 #include "world/terrain/Terrain.h"
 
@@ -23,9 +25,19 @@ class Landscape {
   // Three to a triangle.
   const std::vector<Vertex>& Triangles() const { return triangles; }
 
+  // Some of them that lie side by side. Each vertex belongs to one block; the blocks are in the order of the
+  // vertices.
+  struct Block {
+    std::size_t begin;
+    std::size_t end;
+    Bounds bounds;
+  };
+  const std::vector<Block>& Blocks() const { return blocks; }
+
  private:
   static constexpr int kLevels = 8;
-  static constexpr int kCells = 96;  // to a side; a multiple of 4
+  static constexpr int kCells = 96;         // to a side; a multiple of 4
+  static constexpr int kCellsOfBlock = 16;  // to a side
   static constexpr double kFinestCell = 20.0;
 
   // A point of the ground, or of the bottom of the sea.
@@ -46,12 +58,14 @@ class Landscape {
   void Make(Level& level, double cell, const world::LocalFrame& frame, const world::Terrain& terrain) const;
   static void CloseSeams(Level& level);
   void Cover(const Level& level, const Level* finer);
+  void AddBlock(std::size_t begin);
   void AddTriangle(const Point& a, const Point& b, const Point& c);
 
   std::array<Level, kLevels> levels;
   world::Place reference{
       .latitude = 1'000.0, .longitude = 0.0, .altitude = 0.0};  // of the frame of all levels
   std::vector<Vertex> triangles;
+  std::vector<Block> blocks;
 };
 
 }  // namespace sim
