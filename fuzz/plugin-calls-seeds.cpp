@@ -1,12 +1,17 @@
 // Runs what fuzz-plugin-calls runs on bytes that seeds give, without clang: each seed in a process of its
 // own.
-//   plugin-calls-seeds FIRST LAST     the seeds from FIRST to LAST
-//   plugin-calls-seeds FILE           the bytes of a file
+//   plugin-calls-seeds [OPTIONS] FIRST LAST     the seeds from FIRST to LAST
+//   plugin-calls-seeds FILE                     the bytes of a file
+//     --bytes=COUNT     how many bytes each seed gives; 200 to 4,200 when it is left out
+//     --first-fault     end with the first seed that fails
+//     --unshrunk        tell the faults as they are
 // A failure prints its seed, and the steps that are left when all that are not needed for it are taken out.
 #include <poll.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -14,6 +19,7 @@
 #include <iterator>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "calls/Folders.h"
@@ -23,18 +29,34 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr unsigned kSecondsForARun = 60;
+constexpr unsigned kSecondsForARun = 20;
 constexpr int kMostAttempts = 2000;  // at taking bytes out
 
-Bytes BytesOf(unsigned seed) {
+struct Options {
+  std::size_t bytes = 0;
+  bool endsAtFirstFault = false;
+  bool shrinks = true;
+};
+
+// Where the runs, processes of their own, add their operations.
+std::uint64_t& Operations() {
+  static auto* const place = static_cast<std::uint64_t*>(
+      mmap(nullptr, sizeof(std::uint64_t), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  if (place == MAP_FAILED) std::abort();
+  return *place;
+}
+
+Bytes BytesOf(unsigned seed, std::size_t count) {
   std::mt19937 random(seed);
-  Bytes bytes(200 + random() % 4000);
+  const std::size_t drawn = 200 + random() % 4000;
+  Bytes bytes(count != 0 ? count : drawn);
   for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
   return bytes;
 }
 
 // Runs the bytes in a process of their own; what fails, or nothing. Its output is passed on if `loud`.
 std::string FailureOf(const Bytes& bytes, bool loud) {
+  Operations();
   int ends[2];
   if (pipe(ends) != 0) std::abort();
   const pid_t child = fork();
@@ -42,6 +64,7 @@ std::string FailureOf(const Bytes& bytes, bool loud) {
     alarm(kSecondsForARun);
     dup2(ends[1], STDERR_FILENO);
     calls::Run(bytes.data(), bytes.size());
+    Operations() += calls::Operations();
     std::exit(0);  // with a look for leaks, where a sanitizer is there for it
   }
   close(ends[1]);
@@ -92,30 +115,54 @@ void Report(const std::string& name, const Bytes& bytes, const std::string& fail
                file.c_str());
 }
 
-}  // namespace
+int RunFile(const char* name) {
+  std::ifstream file(name, std::ios::binary);
+  const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  return FailureOf(bytes, true).empty() ? 0 : 1;
+}
 
-int main(int argumentCount, char** arguments) {
-  if (argumentCount == 2) {
-    std::ifstream file(arguments[1], std::ios::binary);
-    const Bytes bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return FailureOf(bytes, true).empty() ? 0 : 1;
-  }
-  if (argumentCount != 3) return 2;
-  const bool shrinks = std::getenv("VYRA_FUZZ_QUICK") == nullptr;
+int RunSeeds(const Options& options, unsigned first, unsigned last) {
+  const auto begin = std::chrono::steady_clock::now();
+  int runs = 0;
   int failures = 0;
-  const unsigned last = static_cast<unsigned>(std::stoul(arguments[2]));
-  for (unsigned seed = static_cast<unsigned>(std::stoul(arguments[1])); seed <= last; ++seed) {
-    const Bytes bytes = BytesOf(seed);
-    const std::string failure = FailureOf(bytes, false);
+  for (unsigned seed = first; seed <= last && !(failures > 0 && options.endsAtFirstFault); ++seed) {
+    const Bytes bytes = BytesOf(seed, options.bytes);
+    const std::string failure = FailureOf(bytes, std::getenv("VYRA_FUZZ_TRACE") != nullptr);
+    ++runs;
     if (failure.empty()) continue;
     ++failures;
-    if (shrinks) {
+    if (options.shrinks) {
       Report("seed-" + std::to_string(seed), bytes, failure);
     } else {
       std::printf("seed %u: %s\n", seed, failure.c_str());
       std::fflush(stdout);
     }
   }
-  std::printf("%d seeds failed\n", failures);
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+  std::printf("%d runs, %llu operations in %.1f s; %d seeds failed\n", runs,
+              static_cast<unsigned long long>(Operations()), taken.count(), failures);
   return failures == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  Options options;
+  std::vector<const char*> rest;
+  for (int i = 1; i < argumentCount; ++i) {
+    const std::string_view argument = arguments[i];
+    if (argument == "--first-fault") {
+      options.endsAtFirstFault = true;
+    } else if (argument == "--unshrunk") {
+      options.shrinks = false;
+    } else if (argument.starts_with("--bytes=")) {
+      options.bytes = std::stoul(arguments[i] + 8);
+    } else {
+      rest.push_back(arguments[i]);
+    }
+  }
+  if (rest.size() == 1) return RunFile(rest[0]);
+  if (rest.size() != 2) return 2;
+  return RunSeeds(options, static_cast<unsigned>(std::stoul(rest[0])),
+                  static_cast<unsigned>(std::stoul(rest[1])));
 }

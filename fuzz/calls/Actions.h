@@ -24,8 +24,11 @@ extern const ActionList kDataActions;
 extern const ActionList kManagerActions;
 extern const ActionList kSceneActions;
 
-// Makes the shared items that the actions know.
+// Makes the shared items that the actions know, and the datarefs that the library writes.
 void MakeItems();
+void MakeSwitches();
+// A plugin leaves, and its probes are to be had again.
+void FreeProbesOf(const Plugin& self);
 
 // Calls a function of the interface.
 template <auto function, class... Arguments>

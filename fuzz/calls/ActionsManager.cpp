@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "Actions.h"
 #include "Host.h"
@@ -22,15 +23,24 @@ void EnablePlugin(Plugin&) {
   Require(result == 0 || VYRAIsPluginEnabled(id) != 0, "a plugin counts as enabled that is not");
 }
 
-void SendMessage(Plugin&) {
+void SendMessage(Plugin& self) {
   Call call("VYRASendMessageToPlugin");
   const VYRAPluginID to = gInput.OneIn(3) ? VYRA_NO_PLUGIN : AnyID();
   for (const Plugin& plugin : gBook.plugins) {
     const bool isHost = &plugin == &gBook.Host();
     if (to == VYRA_NO_PLUGIN && (!isHost || VYRACountPlugins() > 0)) call.Expect(plugin);
   }
-  VYRASendMessageToPlugin(to, gInput.Int(), nullptr);
+  std::vector<const void*> receivers = gBook.Receivers();
+  std::erase_if(receivers, [&](const void* who) {
+    return to != VYRA_NO_PLUGIN && static_cast<const Plugin*>(who)->id != to;
+  });
+  const int message = gInput.Int();
+  void* const param = gInput.OneIn(2) ? &gBook : nullptr;
+  call.told = {VYRAGetMyID(), message, 0};
+  call.param = param;
+  VYRASendMessageToPlugin(to, message, param);
   call.Returned();
+  if (self.started || self.module == nullptr) call.RequireTurns(receivers);
 }
 
 void AskPlugins(Plugin&) {
@@ -40,10 +50,28 @@ void AskPlugins(Plugin&) {
   Require(VYRAGetVirtualKeyDescription(static_cast<char>(gInput.Byte())) != nullptr, "a key has no name");
 }
 
+constexpr const char* kFeatures[] = {VYRA_FEATURE_WANTS_REFLECTIONS, VYRA_FEATURE_NATIVE_PATHS, "none"};
+
 void UseFeatures(Plugin& self) {
+  const int which = gInput.Below(5) % 3;
   const int value = gInput.Below(3);
-  Do<VYRAEnableFeature>(VYRA_FEATURE_WANTS_REFLECTIONS, value);
-  if (self.module != nullptr && self.IsSettled()) self.wantsReflections = value != 0;
+  const char* const report = which == 2 ? "Illegal feature name passed to VYRAEnableFeature" : nullptr;
+  Call call("VYRAEnableFeature");
+  VYRAEnableFeature(kFeatures[which], value);
+  call.RequireReport(self, report);
+  if (self.module == nullptr || self.out || which == 2) return;
+  self.features[which] = value;
+  self.wantsReflections = self.features[0] != 0;
+}
+
+void AskFeatures(Plugin& self) {
+  const int which = gInput.Below(5) % 3;
+  Require(VYRAHasFeature(kFeatures[which]) == (which < 2 ? 1 : 0), "there is another feature, or one less");
+  Call call("VYRAIsFeatureEnabled");
+  const int value = VYRAIsFeatureEnabled(kFeatures[which]);
+  call.RequireReport(self, which == 2 ? "Illegal feature name passed to VYRAEnableFeature" : nullptr);
+  if (self.module == nullptr || !self.IsSettled()) return;
+  Require(value == (which == 2 ? 0 : self.features[which]), "a feature has another value");
 }
 
 void ListFeatures(Plugin& self) {
@@ -67,13 +95,21 @@ void ListFolder(Plugin&) {
 }
 
 void UseButtons(Plugin&) {
-  const int button = gInput.Int();
-  if (!gInput.OneIn(3)) {
-    gBook.buttons.push_back(button);
-    Do<VYRACommandButtonPress>(button);
-  } else {
-    Do<VYRACommandButtonRelease>(button);
-  }
+  const int button = gInput.OneIn(8) ? gInput.Int() : 1 + gInput.Below(4);
+  const int up = gInput.OneIn(3) ? 1 : 0;
+  const struct StReleased {
+    int button;
+    int up;
+    ~StReleased() {
+      auto& held = gBook.buttons;
+      const auto first = std::find(held.begin(), held.end(), button);
+      if (up != 0 && first != held.end()) held.erase(first);
+    }
+  } released{button, up};
+  Call call("button");
+  up != 0 ? VYRACommandButtonRelease(button) : VYRACommandButtonPress(button);
+  if (up == 0 && button != 0) gBook.buttons.push_back(button);
+  call.RequireServices({{kButton, button, up, 0}, {kButton, button, up, 1}});
 }
 
 void HostEvent(Plugin&) { gHost.Event(); }
@@ -87,7 +123,7 @@ void ExtractFile(Plugin&) {
 
 // clang-format off
 const Action kActions[] = {
-    EnablePlugin, EnablePlugin, EnablePlugin, SendMessage, SendMessage, AskPlugins, UseFeatures, ListFeatures,
+    EnablePlugin, EnablePlugin, EnablePlugin, SendMessage, SendMessage, AskPlugins, UseFeatures, AskFeatures, ListFeatures,
     [](Plugin&) { Do<VYRADisablePlugin>(AnyID()); }, [](Plugin&) { Do<VYRADisablePlugin>(AnyID()); },
     SetErrorCallback, ListFolder, ExtractFile, UseButtons, HostEvent, HostEvent, HostEvent, HostEvent,
     kAny<VYRAFindPluginByPath>, kAny<VYRAFindPluginBySignature>, kAny<VYRAIsPluginEnabled>,

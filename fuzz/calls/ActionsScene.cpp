@@ -1,31 +1,164 @@
 // Menus, commands, planes, terrain probes and scenery objects.
+#include <algorithm>
 #include <iterator>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "Actions.h"
 #include "Host.h"
 #include "Input.h"
+#include "Menus.h"
 #include "VYRANavigation.h"
 
 namespace calls {
 
 namespace {
 
+using Services = std::vector<std::array<int, 4>>;
+
 // ---- Menus --------------------------------------------------------------------------------------------
+
+// What the driver notes of a menu that a plugin changes, with the call that does it. Once the call is
+// disturbed, the menu is not known any more.
+class MenuCall : public Call {
+ public:
+  MenuCall(const char* name, VYRAMenuID menu) : Call(name), number(gMenuBook.NumberOf(menu)) {}
+  ~MenuCall() {
+    MenuState* const state = gMenuBook.At(number);
+    if (state != nullptr && IsDisturbed()) state->known = false;
+  }
+  MenuCall(const MenuCall&) = delete;
+  MenuCall& operator=(const MenuCall&) = delete;
+
+  void RequireServices(const Services& meant) const {
+    if (gBook.IsSure()) Call::RequireServices(meant);
+  }
+
+ private:
+  int number;
+};
 
 void CreateMenu(Plugin& self) {
   if (self.module == nullptr) return;  // the host's menus would stay
   Registration& r = gBook.Register(Family::menu, self);
   const VYRAMenuID parent = gInput.OneIn(2) ? AnyMenu() : nullptr;
-  r.handle = Do<VYRACreateMenu>(gInput.Text(), parent, gInput.Int(),
-                                gInput.OneIn(8) ? nullptr : self.callbacks.menu, &r);
-  if (r.handle != nullptr) gBook.Added(r);
+  const char* const name = gInput.Text();
+  const int parentItem = gInput.OneIn(4) ? gInput.Int() : gInput.Below(3);
+  const VYRAMenuHandler_f handler = gInput.OneIn(8) ? nullptr : self.callbacks.menu;
+  const bool hangsFromAll = parent == nullptr && gMenuBook.plugins != 0 && name != nullptr;
+  const VYRAMenuID above = hangsFromAll ? VYRAFindPluginsMenu() : parent;
+  MenuState* const state = gMenuBook.Of(above);
+  const int number = gMenuBook.NumberOf(above);
+  MenuCall call("VYRACreateMenu", above);
+  call.hangs = hangsFromAll ? &self : nullptr;
+  r.handle = VYRACreateMenu(name, parent, parentItem, handler, &r);
+  if (r.handle == nullptr) return;
+  gBook.Added(r);
+  // Found from the back: what the service led to may have made others before.
+  const auto made = std::find_if(call.services.rbegin(), call.services.rend(),
+                                 [](const auto& service) { return service[0] == kCreateMenu; });
+  r.which = (*made)[3];
+  gMenuBook.states[r.which] = {&r, &self, handler != nullptr, !call.IsDisturbed(), {}};
+  if (call.IsDisturbed() || state == nullptr) return;
+  if (!hangsFromAll) {
+    call.RequireServices({{kCreateMenu, number, state->PositionOf(self, parentItem), r.which}});
+    return;
+  }
+  const int position = static_cast<int>(state->items.size()) - 1;
+  call.RequireServices(
+      {{kAppendMenuItem, number, position, gHost.items}, {kCreateMenu, number, position, r.which}});
 }
 
 void DestroyMenu(Plugin& self) {
   const VYRAMenuID menu = AnyMenu();
   Registration* const r = gBook.Find(Family::menu, menu);
-  if (r != nullptr && r->owner == &self) Book::Removed(*r);
-  Do<VYRADestroyMenu>(menu);
+  const bool isOwn = r != nullptr && r->owner == &self;
+  const int number = gMenuBook.NumberOf(menu);
+  MenuState* const state = gMenuBook.Of(menu);
+  Services meant;
+  const bool isKnown = state != nullptr;
+  if (isKnown && state->owner == &self) {
+    for (int i = 0; i < static_cast<int>(state->items.size()); ++i)
+      meant.push_back({kSetMenuItemName, number, i, 0});
+    if (gHost.services.hostVersion > 567) meant.push_back({kDestroyMenu, number, 0, 0});
+  }
+  if (isOwn) Book::Removed(*r);
+  if (isOwn || (number != 0 && number == gMenuBook.plugins && self.module == nullptr)) {
+    gMenuBook.states.erase(number);
+    if (number == gMenuBook.plugins) gMenuBook.plugins = 0;
+  }
+  MenuCall call("VYRADestroyMenu", menu);
+  VYRADestroyMenu(menu);
+  if (isKnown) call.RequireServices(meant);
+}
+
+void ClearMenu(Plugin& self) {
+  const VYRAMenuID menu = AnyMenu();
+  MenuState* const state = gMenuBook.Of(menu);
+  Services meant;
+  if (state != nullptr && state->owner == &self) {
+    const int count = static_cast<int>(std::exchange(state->items, {}).size());
+    for (int i = 0; i < count; ++i) meant.push_back({kSetMenuItemName, gMenuBook.NumberOf(menu), i, 0});
+  }
+  MenuCall call("VYRAClearAllMenuItems", menu);
+  VYRAClearAllMenuItems(menu);
+  if (state != nullptr) call.RequireServices(meant);
+}
+
+void AppendItem(Plugin& self) {
+  const VYRAMenuID menu = AnyMenu();
+  const bool isSeparator = gInput.OneIn(6);
+  const char* const name = isSeparator ? "-" : gInput.Text();
+  static int refs[64];
+  void* const ref = isSeparator ? nullptr : &gInput.OneOf(refs);
+  MenuState* const state = gMenuBook.Of(menu);
+  const int number = gMenuBook.NumberOf(menu);
+  MenuCall call("VYRAAppendMenuItem", menu);
+  const int result =
+      isSeparator ? VYRAAppendMenuSeparator(menu) : VYRAAppendMenuItem(menu, name, ref, gInput.Int());
+  if (state == nullptr || call.IsDisturbed()) return;
+  const int position = static_cast<int>(state->items.size());
+  Require(!gBook.IsSure() || result == (name != nullptr ? state->CountOf(self) : -1),
+          "a new item has another number");
+  if (name == nullptr) return;
+  call.RequireServices({{kAppendMenuItem, number, position, gHost.items}});
+  state->items.push_back({gHost.items, ref, 0, 1, &self});
+}
+
+void ChangeItem(Plugin& self) {
+  const VYRAMenuID menu = AnyMenu();
+  const int number = gMenuBook.NumberOf(menu);
+  const int index = gInput.OneIn(6) ? gInput.Int() : gInput.Below(3);
+  MenuState* const state = gMenuBook.Of(menu);
+  const int position = state != nullptr ? state->PositionOf(self, index) : -1;
+  MenuItem* const item = position >= 0 ? &state->items[static_cast<std::size_t>(position)] : nullptr;
+  const int value = gInput.OneIn(4) ? gInput.Int() : gInput.Below(3);
+  const int what = gInput.Below(5);
+  MenuCall call("menu item", menu);
+  if (what == 0) {
+    VYRARemoveMenuItem(menu, index);
+    if (state == nullptr) return;
+    if (gBook.IsSure())
+      call.RequireReport(
+          self, position < 0 ? "VYRARemoveMenuItem was passed an out of range item index." : nullptr);
+    call.RequireServices(position < 0 ? Services() : Services{{kRemoveMenuItem, number, position, 0}});
+  } else if (what == 1) {
+    VYRASetMenuItemName(menu, index, "name", value);
+    if (state != nullptr) call.RequireServices({{kSetMenuItemName, number, position, 0}});
+  } else if (what == 2) {
+    VYRACheckMenuItem(menu, index, value);
+    if (item != nullptr) item->check = value;
+  } else if (what == 3) {
+    VYRAEnableMenuItem(menu, index, value);
+    if (item != nullptr) item->enabled = value;
+  } else {
+    int check = 77;
+    VYRACheckMenuItemState(menu, index, &check);
+    if (state != nullptr && gBook.IsSure())
+      Require(check == (item != nullptr ? item->check : 77), "an item is checked otherwise");
+  }
 }
 
 // ---- Commands -----------------------------------------------------------------------------------------
@@ -33,16 +166,33 @@ void DestroyMenu(Plugin& self) {
 void HoldCommand(Plugin& self) {
   const VYRACommandRef command = gInput.OneOf(gHost.commands);
   gBook.held.insert({&self, command});
-  Do<VYRACommandBegin>(command);
+  Call call("VYRACommandBegin");
+  call.usesCommand = true;
+  VYRACommandBegin(command);
+  call.RequireServices({{kCommand, 1, 0, gHost.NumberOf(command)}});
 }
 
 void EndCommand(Plugin& self) {
   const VYRACommandRef command = gInput.OneOf(gHost.commands);
-  Do<VYRACommandEnd>(command);
-  gBook.held.erase({&self, command});
+  const struct StEnded {
+    const Plugin* plugin;
+    void* command;
+    ~StEnded() { gBook.held.erase({plugin, command}); }
+  } ended{&self, command};
+  Call call("VYRACommandEnd");
+  call.usesCommand = true;
+  VYRACommandEnd(command);
+  call.RequireServices({{kCommand, 0, 1, gHost.NumberOf(command)}});
 }
 
-void PressCommand(Plugin&) { Do<VYRACommandOnce>(gInput.OneOf(gHost.commands)); }
+void PressCommand(Plugin&) {
+  const VYRACommandRef command = gInput.OneOf(gHost.commands);
+  const int number = gHost.NumberOf(command);
+  Call call("VYRACommandOnce");
+  call.usesCommand = true;
+  VYRACommandOnce(command);
+  call.RequireServices({{kCommand, 1, 0, number}, {kCommand, 0, 1, number}});
+}
 
 void HandleCommand(Plugin& self) {
   Registration& r = gBook.RegisterAgain(Family::command, self);
@@ -52,69 +202,227 @@ void HandleCommand(Plugin& self) {
   }
   Do<VYRARegisterCommandHandler>(const_cast<void*>(r.handle), self.callbacks.command, r.before, &r);
   gBook.Added(r);
+  auto& handlers = gBook.handlers[{r.handle, r.before != 0}];
+  handlers.insert(r.before != 0 ? handlers.begin() : handlers.end(), &r);
 }
 
 void LeaveCommand(Plugin& self) {
   Registration* const r = gBook.Any(Family::command);
   if (r == nullptr) return;
-  if (r->owner == &self && !r->gone) Book::Removed(*r);
+  if (r->owner == &self && !r->gone) {
+    Book::Removed(*r);
+    auto& handlers = gBook.handlers[{r->handle, r->before != 0}];
+    handlers.erase(std::find(handlers.begin(), handlers.end(), r));
+  }
   Do<VYRAUnregisterCommandHandler>(const_cast<void*>(r->handle), r->owner->callbacks.command, r->before, r);
 }
 
 // ---- Planes -------------------------------------------------------------------------------------------
 
+bool Holds(const Plugin& self) {
+  return gBook.planes.holder != nullptr && gBook.planes.holder->owner == &self;
+}
+
 void AcquirePlanes(Plugin& self) {
+  Planes& planes = gBook.planes;
+  planes.CheckHolder();
   Registration& r = gBook.Register(Family::planesWait, self);
   char model[] = "Aircraft/wing.acf";
   char* models[] = {model, model, nullptr};
   gBook.Added(r);
   const bool waits = !gInput.OneIn(4);
-  const int result = Do<VYRAAcquirePlanes>(gInput.OneIn(2) ? models : nullptr,
-                                           waits ? self.callbacks.planesReturned : nullptr, &r);
+  const bool wishes = gInput.OneIn(2);
+  const bool isFree = planes.holder == nullptr;
+  const bool isOwn = Holds(self);
+  const int result =
+      Do<VYRAAcquirePlanes>(wishes ? models : nullptr, waits ? self.callbacks.planesReturned : nullptr, &r);
+  if (planes.known) Require(result == (isFree || isOwn ? 1 : 0), "the planes are taken, or not to be had");
   if (result != 0 || !waits) r.count = 0;
+  if (result == 0 && waits) planes.queue.emplace_back(++planes.requests, &r);
+  if (result == 0 || (planes.known && isOwn)) return;
+  planes.known = planes.known || isFree;
+  planes.Take(r);
+  if (wishes) planes.wishes = {{0, model}, {1, model}};
+}
+
+void ReleasePlanes(Plugin& self) {
+  Planes& planes = gBook.planes;
+  planes.CheckHolder();
+  const bool isHolder = Holds(self);
+  const int last = planes.requests;
+  std::vector<const void*> meant;
+  for (const auto& [number, request] : planes.queue) {
+    if (isHolder && request->owner->enabled) meant.push_back(request);
+  }
+  std::vector<int> off(std::begin(Planes::off), std::end(Planes::off));
+  if (isHolder) {
+    planes.holder = nullptr;
+    for (int plane = 1; plane < std::min<int>(Planes::most, std::size(Planes::off)); ++plane)
+      off[static_cast<std::size_t>(plane)] = 0;
+  }
+  Call call("VYRAReleasePlanes");
+  VYRAReleasePlanes();
+  if (!planes.known) return;
+  if (planes.queueKnown) call.RequireTurns(meant);
+  if (!isHolder) return;
+  std::erase_if(planes.queue, [&](const auto& entry) { return entry.first <= last; });
+  planes.queueKnown = true;
+  if (!call.IsDisturbed())
+    Require(std::equal(off.begin(), off.end(), Planes::off), "the planes fly themselves, or do not");
+}
+
+void LimitPlanes(Plugin& self) {
+  gBook.planes.CheckHolder();
+  const int limit = gInput.OneIn(4) ? gInput.Int() : gInput.Below(5);
+  if (Holds(self)) gBook.planes.limit = limit;
+  Do<VYRASetActiveAircraftCount>(limit);
+}
+
+void WishForModel(Plugin& self) {
+  Planes& planes = gBook.planes;
+  planes.CheckHolder();
+  const int plane = gInput.OneIn(8) ? gInput.Int() : gInput.Below(4);
+  const char* const path = gInput.Text();
+  const bool isTaken = Holds(self) && path != nullptr && plane >= 0 && std::string(path).size() < 4096;
+  if (isTaken) {
+    planes.wishes[plane] = path;
+    if (*path == '\0') planes.wishes.erase(plane);
+  }
+  Call call("VYRASetAircraftModel");
+  VYRASetAircraftModel(plane, path);
+  const bool loads = isTaken && plane < Planes::most;
+  if (planes.known && gBook.IsSure())
+    call.RequireServices(loads ? Services{{kSetAircraftModel, plane, 0, 0}} : Services());
+}
+
+void CountPlanes(Plugin&) {
+  Planes& planes = gBook.planes;
+  planes.CheckHolder();
+  int total = -5;
+  int active = -5;
+  Call call("VYRACountAircraft");
+  VYRACountAircraft(&total, &active, nullptr);
+  if (call.IsDisturbed() || !planes.known || planes.holder == nullptr) return;
+  Require(total == gHost.aircraft, "there are more planes, or fewer");
+  Require(active == (planes.limit == -1 ? total : std::min(planes.limit, total)), "more planes are active");
+}
+
+void DisableAI(Plugin&) {
+  const int plane = gInput.Below(24);
+  Do<VYRADisableAIForPlane>(plane);
+  Require(Planes::off[plane] == 1, "a plane still flies itself");
 }
 
 // ---- Terrain and objects ------------------------------------------------------------------------------
 
+// The numbers of the host's probes that nobody has, as far as the driver knows: of all runs, as the library
+// keeps them.
+std::set<int> gFreeProbes;
+bool gFreeProbesKnown = true;
+
 void CreateProbe(Plugin& self) {
   Registration& r = gBook.Register(Family::probe, self);
-  r.handle = Do<VYRACreateProbe>(gInput.OneIn(4) ? gInput.Int() : 0);
+  r.which = gInput.OneIn(4) ? gInput.Int() : 0;
+  r.before = -1;
+  Call call("VYRACreateProbe");
+  r.handle = VYRACreateProbe(r.which);
   gBook.Added(r);
+  // One that was destroyed is used again, the first of them.
+  gFreeProbesKnown = gFreeProbesKnown && gBook.IsSure();
+  if (!gFreeProbesKnown) return;
+  if (call.services.empty()) {
+    if (!gFreeProbes.empty()) r.before = *gFreeProbes.begin();
+    gFreeProbes.erase(r.before);
+  } else {
+    Require(call.IsDisturbed() || gFreeProbes.empty(), "the host is asked for a probe, though one is free");
+    r.before = call.services.front()[1];
+  }
 }
 
 void DestroyProbe(Plugin&) {
   const VYRAProbeRef probe = AnyHandle<VYRAProbeRef>(Family::probe);
-  if (Registration* r = gBook.Find(Family::probe, probe)) Book::Removed(*r);
+  Registration* const r = gBook.Find(Family::probe, probe);
+  if (r != nullptr && r->owner->IsSettled()) {
+    Book::Removed(*r);
+    if (r->before >= 0) gFreeProbes.insert(r->before);
+  }
   Do<VYRADestroyProbe>(probe);
 }
 
 void ProbeTerrain(Plugin&) {
   const VYRAProbeRef probe = AnyHandle<VYRAProbeRef>(Family::probe);
-  const bool isThere = gBook.Find(Family::probe, probe) != nullptr;
-  VYRAProbeInfo info = {gInput.OneIn(6) ? gInput.Int() : static_cast<int>(sizeof(info)), {}, {}, {}, 0};
-  const int result =
-      Do<VYRAProbeTerrainXYZ>(probe, gInput.Float(), 0.0F, 0.0F, gInput.OneIn(8) ? nullptr : &info);
-  Require(isThere || result == VYRA_PROBE_ERROR, "a destroyed probe answers");
+  const Registration* const r = gBook.Find(Family::probe, probe);
+  const bool isThere = r != nullptr;
+  VYRAProbeInfo info = {gInput.OneIn(6) ? 40 + gInput.Below(8) : 44, {}, {}, {}, 0};
+  const bool hasInfo = !gInput.OneIn(8);
+  Call call("VYRAProbeTerrainXYZ");
+  const int result = VYRAProbeTerrainXYZ(probe, gInput.Float(), 0.0F, 0.0F, hasInfo ? &info : nullptr);
+  if (isThere && !r->owner->IsSettled()) return;
+  const bool isAsked = isThere && r->which == 0 && info.size == 44 && hasInfo;
+  Require(isAsked || result == VYRA_PROBE_ERROR, "a probe answers that should not");
+  if (!isAsked || call.IsDisturbed()) return;
+  Require(result == (gHost.probeHits != 0 ? VYRA_PROBE_HIT : VYRA_PROBE_MISSED), "a probe answers wrongly");
+  Require(call.services.size() == 1, "the host is not asked for the terrain");
+  if (r->before >= 0) Require(call.services[0][1] == r->before, "another of the host's probes is asked");
 }
 
 VYRAObjectRef AnyObject() {
   return gInput.OneIn(8) ? gBook.AnyHandle(Family::probe) : &gInput.OneOf(gHost.loads);
 }
 
+void LoadObject(Plugin& self) {
+  const VYRAObjectRef object = Do<VYRALoadObject>(gInput.Text());
+  if (object != nullptr) self.objects.insert(object);
+}
+
 void LoadObjectLater(Plugin& self) {
   Registration& r = gBook.Register(Family::objectLoad, self);
   gBook.Added(r);  // first: it may be there at once
-  Do<VYRALoadObjectAsync>(gInput.Text(), gInput.OneIn(8) ? nullptr : self.callbacks.objectReady, &r);
+  const char* const path = gInput.Text();
+  r.which = path == nullptr && gInput.OneIn(2) ? 0 : 1;
+  gHost.loading = path != nullptr ? &r : nullptr;
+  Do<VYRALoadObjectAsync>(path, r.which != 0 ? self.callbacks.objectReady : nullptr, &r);
 }
 
-void UnloadObject(Plugin&) { Do<VYRAUnloadObject>(AnyObject()); }
+constexpr const char* kUnknownObject = "Unknown object for VYRAUnloadObject";
 
-void DrawObject(Plugin&) {
-  VYRADrawInfo places[3] = {};
-  for (VYRADrawInfo& place : places)
-    place.size = gInput.OneIn(12) ? gInput.Int() : static_cast<int>(sizeof(place));
+void UnloadObject(Plugin& self) {
+  const VYRAObjectRef object = AnyObject();
+  const auto found = self.objects.find(object);
+  const bool isOwn = found != self.objects.end();
+  const bool isKnown = self.IsSettled();
+  if (isOwn) self.objects.erase(found);
+  Call call("VYRAUnloadObject");
+  VYRAUnloadObject(object);
+  if (!isKnown) return;
+  call.RequireReport(self, isOwn ? nullptr : kUnknownObject);
+  call.RequireServices(isOwn ? Services{{kUnloadObject, 0, 0, 0}} : Services());
+}
+
+void DrawObject(Plugin& self) {
+  VYRADrawInfo places[3];
+  for (int i = 0; i < 3; ++i) {
+    const int size = gInput.OneIn(12) ? gInput.Int() : static_cast<int>(sizeof(places[i]));
+    places[i] = {size, static_cast<float>(i), 0, 0, 1, 2, 3};
+  }
+  const VYRAObjectRef object = AnyObject();
   const int count = std::min(gInput.Int(), 3);
-  Do<VYRADrawObjects>(AnyObject(), count, gInput.OneIn(8) ? nullptr : places, 0, 1);
+  const bool hasPlaces = !gInput.OneIn(8);
+  const int wanted = hasPlaces ? std::max(count, 0) : 0;
+  const char* report =
+      self.objects.contains(object) ? nullptr : "Illegal object, or object not owned by this plugin.";
+  for (int i = 0; i < wanted && report == nullptr; ++i) {
+    if (places[i].size != 28) report = "Struct size mismatch for VYRADrawObjects";
+  }
+  Services meant;
+  const bool hears = self.module != nullptr && self.hasErrorCallback;
+  for (int i = 0; i < wanted && !(hears && report != nullptr); ++i) meant.push_back({kDrawObject, i, 0, 0});
+  const bool isKnown = self.IsSettled();
+  Call call("VYRADrawObjects");
+  VYRADrawObjects(object, count, hasPlaces ? places : nullptr, 0, 1);
+  if (!isKnown) return;
+  call.RequireReport(self, report);
+  call.RequireServices(meant);
 }
 
 void LookUpObjects(Plugin& self) {
@@ -124,15 +432,13 @@ void LookUpObjects(Plugin& self) {
 
 // clang-format off
 const Action kActions[] = {
-    CreateMenu, CreateMenu, DestroyMenu, kAny<VYRAAppendMenuItem>, kAny<VYRAAppendMenuItem>,
-    kAny<VYRAAppendMenuSeparator>, kAny<VYRACheckMenuItem>, kAny<VYRACheckMenuItemState>,
-    kAny<VYRAEnableMenuItem>, kAny<VYRASetMenuItemName>, kAny<VYRARemoveMenuItem>, kAny<VYRAClearAllMenuItems>,
+    CreateMenu, CreateMenu, DestroyMenu, AppendItem, AppendItem, AppendItem, ChangeItem, ChangeItem, ChangeItem,
+    ClearMenu,
     kAny<VYRAFindCommand>, kAny<VYRACreateCommand>, HoldCommand, HoldCommand, EndCommand, PressCommand,
-    HandleCommand, HandleCommand, LeaveCommand, AcquirePlanes, AcquirePlanes, kAny<VYRAReleasePlanes>,
-    kAny<VYRASetAircraftModel>, kAny<VYRASetActiveAircraftCount>, kAny<VYRACountAircraft>,
-    kAny<VYRAGetNthAircraftModel>, kAny<VYRADisableAIForPlane>, kAny<VYRASetUsersAircraft>,
+    HandleCommand, HandleCommand, LeaveCommand, AcquirePlanes, AcquirePlanes, ReleasePlanes, WishForModel,
+    LimitPlanes, CountPlanes, kAny<VYRAGetNthAircraftModel>, DisableAI, kAny<VYRASetUsersAircraft>,
     kAny<VYRAReinitUsersPlane>, kAny<VYRADrawAircraft>, CreateProbe, DestroyProbe, ProbeTerrain,
-    kAny<VYRALoadObject>, kAny<VYRALoadObject>, LoadObjectLater, LoadObjectLater, UnloadObject, DrawObject,
+    LoadObject, LoadObject, LoadObjectLater, LoadObjectLater, UnloadObject, DrawObject,
     LookUpObjects, kAny<VYRAFindNavAid>};
 // clang-format on
 
@@ -145,3 +451,21 @@ VYRAMenuID AnyMenu() {
 const ActionList kSceneActions = {kActions, std::size(kActions)};
 
 }  // namespace calls
+
+// The datarefs that switch the host's own pilots off.
+void calls::MakeSwitches() {
+  for (int plane = 0; plane < static_cast<int>(std::size(Planes::off)); ++plane) {
+    const std::string name = "sim/private/net_disables/ai_loc[" + std::to_string(plane) + "]";
+    const auto write = [](void* off, int value) { *static_cast<int*>(off) = value; };
+    if (VYRAFindDataRef(name.c_str()) != nullptr) return;
+    VYRARegisterDataAccessor(name.c_str(), VYRA_TYPE_INT, 1, nullptr, write, nullptr, nullptr, nullptr,
+                             nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                             &Planes::off[plane]);
+  }
+}
+
+void calls::FreeProbesOf(const Plugin& self) {
+  for (Registration* r : gBook.Of(Family::probe)) {
+    if (r->owner == &self && !r->gone && r->before >= 0) gFreeProbes.insert(std::exchange(r->before, -1));
+  }
+}

@@ -5,12 +5,26 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "Host.h"
 #include "Input.h"
+#include "Windows.h"
 
 namespace calls {
 
 Input gInput;
 Book gBook;
+
+void Planes::CheckHolder() {
+  if (VYRAInitialized() == 0) return;
+  const StQuiet quiet;
+  VYRAPluginID controller = INT_MIN;
+  VYRACountAircraft(nullptr, nullptr, &controller);
+  const VYRAPluginID meant = holder != nullptr ? holder->owner->id : VYRA_NO_PLUGIN;
+  if (known && gBook.IsSure()) Require(controller == meant, "another plugin holds the planes");
+  // While plugins leave, whoever held them may or may not have given them back.
+  if (controller != meant) known = controller == VYRA_NO_PLUGIN;
+  if (controller == VYRA_NO_PLUGIN) holder = nullptr;
+}
 
 void Fail(const char* what) {
   std::fprintf(stderr, "FAULT: %s\n", what);
@@ -40,20 +54,40 @@ bool Registration::IsDue(float now, int cycle) const {
   return interval < 0 && static_cast<float>(cycle) >= static_cast<float>(lastCycle) - interval;
 }
 
+std::uint64_t gOperations = 0;
+
 Call::Call(const char* name)
-    : outer(gBook.call), caller(VYRAGetMyID()), walkBegan(gBook.serial), lastLeft(gBook.serial) {
+    : outer(gBook.call),
+      caller(VYRAGetMyID()),
+      callerHears(gBook.Hears(caller)),
+      walkBegan(gBook.serial),
+      lastLeft(gBook.serial) {
   Trace(name);
+  ++gOperations;
+  if (outer != nullptr) outer->disturbed = true;
   gBook.call = this;
   ++gBook.depth;
 }
 
 Call::~Call() {
+  if (outer == nullptr) gBook.unloading = false;
   gBook.call = outer;
   --gBook.depth;
   Require(VYRAGetMyID() == caller, "the dispatched plugin is not what it was before a call");
 }
 
+void Call::RequireReport(const Plugin& self, const char* report) const {
+  if (disturbed || !self.IsSettled() || self.module == nullptr) return;
+  if (report == nullptr || !callerHears) {
+    Require(reports.empty(), "a mistake is reported that nobody made, or to who does not want to hear");
+  } else {
+    Require(reports.size() == 1 && reports[0] == report, "a mistake is not reported, or as another");
+  }
+}
+
 void Call::Enter(const Registration& registration, int stage) {
+  turns.push_back({&registration});
+  if (stage < 0) return;
   if (stage != stageNow) {
     walkBegan = lastLeft;
     inWalk = called.size();
@@ -66,6 +100,7 @@ void Call::Enter(const Registration& registration, int stage) {
 }
 
 void Call::Enter(const Plugin& plugin) {
+  turns.push_back({&plugin});
   Require(CallsOf(&plugin) == 0, "a plugin gets a message twice");
   called.push_back(&plugin);
 }
@@ -82,8 +117,10 @@ void Call::Returned() const {
     if (one.who == one.plugin) {
       Require(CallsOf(one.who) == 1, "a plugin was passed over by a message");
     } else if (static_cast<const Registration*>(one.who)->touched == one.touched) {
-      if (CallsOf(one.who) == 0) Trace("passed over", one.who, one.plugin->id);
-      Require(CallsOf(one.who) > 0, "a callback that was due was passed over");
+      const bool hadTurn =
+          std::any_of(turns.begin(), turns.end(), [&](const Turn& turn) { return turn.who == one.who; });
+      if (!hadTurn) Trace("passed over", one.who, one.plugin->id);
+      Require(hadTurn, "a callback that was due was passed over");
     }
   }
 }
@@ -98,6 +135,7 @@ Plugin& Book::Add(Module* module, const Callbacks& callbacks) {
 
 Registration& Book::Register(Family family, Plugin& owner) {
   Registration& registration = registrations.emplace_back(Registration{family, &owner, ++serial});
+  registration.disables = owner.disables;
   registration.alwaysThrows = gInput.OneIn(24);
   Of(family).push_back(&registration);
   return registration;
@@ -123,6 +161,21 @@ void Book::Removed(Registration& registration) {
   Trace("  removed", &registration, registration.count);
   registration.gone = --registration.count <= 0;
   ++registration.touched;
+}
+
+bool Book::Hears(VYRAPluginID id) const {
+  return std::any_of(plugins.begin(), plugins.end(), [id](const Plugin& plugin) {
+    return plugin.id == id && plugin.module != nullptr && plugin.IsIn() && plugin.hasErrorCallback;
+  });
+}
+
+std::vector<const void*> Book::Receivers() const {
+  std::vector<const Plugin*> receivers;
+  for (const Plugin& plugin : plugins) {
+    if (plugin.enabled && VYRAIsPluginEnabled(plugin.id) != 0) receivers.push_back(&plugin);
+  }
+  std::sort(receivers.begin(), receivers.end(), [](const auto* a, const auto* b) { return a->id < b->id; });
+  return {receivers.begin(), receivers.end()};
 }
 
 Registration* Book::Any(Family family) {
@@ -163,6 +216,20 @@ bool Book::IsTaken(const std::string& signature, const Plugin& by) const {
          });
 }
 
+// What one plugin alone can have, nobody keeps who was disabled.
+void Book::CheckHeld() const {
+  if (interrupted != 0) return;
+  const auto isLost = [](const Registration* r) {
+    return r != nullptr && !r->owner->enabled && r->owner->disables != r->disables;
+  };
+  for (const WindowState& window : Windows()) {
+    Require((!window.hasFocus && !window.hasMouse) || window.Record().owner->enabled,
+            "a window of a disabled plugin has the focus, or holds the mouse");
+  }
+  Require(!isLost(camera) || VYRAIsCameraBeingControlled(nullptr) == 0, "a disabled plugin has the camera");
+  Require(!planes.known || !isLost(planes.holder), "a disabled plugin has the planes");
+}
+
 void Book::CheckAtRest() const {
   Require(VYRAGetMyID() == VYRA_HOST_PLUGIN, "a plugin is dispatched between two calls of the host");
   const auto textOf = [](VYRAPluginID id, bool wantsPath) {
@@ -183,9 +250,13 @@ void Book::CheckAtRest() const {
     if (!plugin.IsIn()) continue;
     --records;
     Require(plugin.signature == textOf(plugin.id, false), "a plugin's record is not its own");
+    Require(!plugin.duplicate, "a plugin whose signature is taken stays");
+    Require(VYRAFindPluginBySignature(plugin.signature.c_str()) == plugin.id, "a plugin is not found");
+    Require(plugin.waiting.empty() || !plugin.enabled, "an enabled plugin waits for what was loaded");
     Require((VYRAIsPluginEnabled(plugin.id) != 0) == plugin.enabled,
             "the library and a plugin differ on whether it is enabled");
   }
+  CheckHeld();
   Require(records == 0 || interrupted != 0, "there is a record without a plugin");
 }
 

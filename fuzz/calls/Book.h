@@ -2,8 +2,12 @@
 // into the library are on their way. What the library does is held against it.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <deque>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -21,6 +25,8 @@ inline void Require(bool condition, const char* what) {
 
 // Prints a step, indented by the calls that are on their way, when the environment asks for a trace.
 void Trace(const char* what, const void* whom = nullptr, int id = 0);
+
+struct Registration;
 
 // One life of a module, from its opening to its closing. The first is the host.
 struct Plugin {
@@ -44,8 +50,12 @@ struct Plugin {
   bool closed = false;
   bool hasErrorCallback = false;
   bool wantsReflections = false;
-  int epoch = 0;              // rises with each step of its life
-  unsigned alwaysThrows = 0;  // which of its lifecycle functions do: bits by Function
+  int epoch = 0;     // rises with each step of its life
+  int disables = 0;  // how often it was disabled
+  int features[2] = {};
+  std::multiset<void*> objects;        // that it loaded
+  std::vector<Registration*> waiting;  // loads that were completed while it was disabled
+  unsigned alwaysThrows = 0;           // which of its lifecycle functions do: bits by Function
   enum Function { kStart, kEnable, kDisable, kStop };
 };
 
@@ -77,10 +87,14 @@ struct Registration {
   bool gone = true;      // not registered yet, or not any more
   bool revived = false;  // a destroyed window that was moved to the front before it was freed
   bool alwaysThrows = false;
-  int touched = 0;  // rises when something happens to it
+  int disables = 0;  // of its owner, when it was made
+  int touched = 0;   // rises when something happens to it
   const void* handle = nullptr;
-  int which = 0;   // phase, name, command ...
-  int before = 0;  // of draw callbacks, sniffers and command handlers
+  int which = 0;   // phase, name, key ...
+  int before = 0;  // of draw callbacks, sniffers and command handlers; of hot keys, their modifiers
+  int types = 0;   // of datarefs, the next two as well
+  int writable = 0;
+  bool hasAccessors = false;
   // Of flight loops: when they are due, as long as that is known.
   bool known = false;
   float interval = 0;
@@ -88,6 +102,12 @@ struct Registration {
   int lastCycle = 0;
 
   bool IsDue(float now, int cycle) const;
+};
+
+// A callback that a call has led to.
+struct Turn {
+  const void* who;  // a registration, or of messages a plugin
+  int answer = 0;
 };
 
 // A call into the library that is on its way. Whichever way it ends, the dispatched plugin is what it was.
@@ -107,18 +127,54 @@ class Call {
   // The call returned without an exception: all who were expected have been called.
   void Returned() const;
 
+  // The same, for callbacks that are known in full: they are called in this order, up to the first after
+  // which `ends` says so. Nothing is known when somebody made calls of his own meanwhile.
+  template <class Ends>
+  void RequireTurns(const std::vector<const void*>& meant, Ends ends) const {
+    if (disturbed) return;
+    std::size_t turn = 0;
+    for (const void* who : meant) {
+      Require(turn < turns.size() && turns[turn].who == who,
+              "a callback's turn is passed over, or another's");
+      if (ends(turns[turn++])) break;
+    }
+    Require(turn == turns.size(), "a callback is called that has no turn");
+  }
+  void RequireTurns(const std::vector<const void*>& meant) const {
+    RequireTurns(meant, [](const Turn&) { return false; });
+  }
+  // What the caller's error callback was told: this, or nothing.
+  void RequireReport(const Plugin& caller, const char* report) const;
+
+  // What the host was asked for meanwhile.
+  void RequireServices(const std::vector<std::array<int, 4>>& meant) const {
+    if (!disturbed) Require(services == meant, "the host is asked for something else");
+  }
+
   // A callback is entered. A call may consist of several walks over the library's lists, told apart by
   // `stage`; within one, nobody is called more often than registered, and nobody who came after it began.
   void Enter(const Registration& registration, int stage);
   void Enter(const Plugin& plugin);
   // A callback, or a service of the host, has returned: the next walk begins not earlier.
   void Left();
+  // A callback's answer, as it ends.
+  void Answered(int answer) { turns.back().answer = answer; }
+
+  bool IsDisturbed() const { return disturbed; }
 
   Call* const outer;
   int phase = -1;  // of a pass of flight loops
   float now = 0;
   int step = 0;          // of a frame
   int repeatsOwed = -1;  // how many commands are held that may be continued
+  std::vector<Turn> turns;
+  std::vector<std::string> reports;          // to an error callback
+  std::optional<std::array<int, 3>> told;    // what every callback is to be told
+  const void* param = nullptr;               // of a message, or of the item that is picked
+  const Plugin* hangs = nullptr;             // whose new menu hangs from an item of the menu "Plugins"
+  bool usesCommand = false;                  // begins or ends one itself
+  std::optional<const void*> taker;          // of the keyboard focus
+  std::vector<std::array<int, 4>> services;  // what the host was asked for, where that is looked at
 
  private:
   struct Expected {
@@ -133,6 +189,8 @@ class Call {
   int CallsOf(const void* who, std::size_t since = 0) const;
 
   VYRAPluginID caller;
+  bool callerHears;        // of its mistakes
+  bool disturbed = false;  // there were other calls before this one returned
   int stageNow = -1;
   int walkBegan;
   int lastLeft;
@@ -143,6 +201,29 @@ class Call {
 
 // What unloads plugins.
 enum Unloader { kByShutdown = 1, kByReload = 2, kByPlane = 4 };
+
+// Who holds the AI planes, and what of it the library keeps.
+struct Planes {
+  // The library names the same holder.
+  void CheckHolder();
+  // A plugin asked for the planes: it holds them now, or waits.
+  void Take(const Registration& request) {
+    holder = &request;
+    limit = -1;
+    wishes.clear();
+  }
+
+  const Registration* holder = nullptr;  // the request by which it got them
+  bool known = true;
+  int limit = -1;
+  std::map<int, std::string> wishes;  // models, by plane
+  std::vector<std::pair<int, const Registration*>> queue;
+  int requests = 0;  // so far
+  bool queueKnown = true;
+  int selfLoading = 0;          // how many models the library has the host load
+  static inline int most = -1;  // planes, as the host said last; of all runs
+  static inline int off[24];    // the datarefs that switch the host's own pilots off
+};
 
 struct Book {
   Plugin& Add(Module* module, const Callbacks& callbacks);
@@ -161,10 +242,20 @@ struct Book {
   Registration* Last(Family family, const void* handle);
   // The same while it is there.
   Registration* Find(Family family, const void* handle);
+  // Whether a plugin has an error callback.
+  bool Hears(VYRAPluginID id) const;
   // Whether the library knows another plugin by this signature.
   bool IsTaken(const std::string& signature, const Plugin& by) const;
+  // Whether the driver knows what there is: not while plugins are being unloaded.
+  bool IsSure() const { return !unloading && interrupted == 0; }
+  // The plugins that get a message to all.
+  std::vector<const void*> Receivers() const;
+  // The registrations that are there and whose owner may be called, the newest first.
+  template <class IsMeant>
+  std::vector<const void*> NewestFirst(Family family, IsMeant isMeant) const;
   // After an outermost call of the host that returned without an exception.
   void CheckAtRest() const;
+  void CheckHeld() const;
 
   Plugin& Host() { return plugins.front(); }
   const Plugin& Host() const { return plugins.front(); }
@@ -172,17 +263,38 @@ struct Book {
   std::deque<Plugin> plugins;
   std::deque<Registration> registrations;
   std::array<std::vector<Registration*>, static_cast<std::size_t>(Family::count)> families;
-  Registration* dataRefs[8] = {};                  // who publishes a name
-  Registration* camera = nullptr;                  // who controls it
+  Registration* dataRefs[8] = {};  // who publishes a name
+  Registration* camera = nullptr;  // who controls it
+  bool cameraKnown = true;         // whether nobody does when that is null
+  int cameraDuration = 0;
+  // The handlers of a command on one side of the host's own handling, in the order in which they are called.
+  std::map<std::pair<const void*, bool>, std::vector<const Registration*>> handlers;
   std::set<std::pair<const Plugin*, void*>> held;  // the commands that plugins began
   unsigned interrupted = 0;                        // what an exception kept from unloading all that it was to
   std::vector<int> buttons;                        // held
-  Call* call = nullptr;                            // the innermost on its way
-  int depth = 0;                                   // how many are
+  bool buttonsKnown = true;
+  bool unloading = false;  // a plugin has left since the host's call began
+  Planes planes;
+  int losingCamera = 0;  // as the next
+  int losing = 0;        // how many windows are being told that they lose the keyboard focus
+  Call* call = nullptr;  // the innermost on its way
+  int depth = 0;         // how many are
   int serial = 0;
 };
 
 extern Book gBook;
+extern std::uint64_t gOperations;  // calls into the library, of all runs
+
+template <class IsMeant>
+std::vector<const void*> Book::NewestFirst(Family family, IsMeant isMeant) const {
+  const auto& all = families[static_cast<std::size_t>(family)];
+  std::vector<const Registration*> found;
+  for (const Registration* r : all) {
+    if (!r->gone && r->owner->enabled && isMeant(*r)) found.push_back(r);
+  }
+  std::sort(found.begin(), found.end(), [](const auto* a, const auto* b) { return a->serial > b->serial; });
+  return {found.begin(), found.end()};
+}
 
 // Makes one call into the library.
 template <class Function>

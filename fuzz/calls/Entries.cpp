@@ -9,6 +9,8 @@
 #include "Actions.h"
 #include "Host.h"
 #include "Input.h"
+#include "Menus.h"
+#include "Windows.h"
 
 namespace calls {
 
@@ -33,7 +35,7 @@ Registration& Enter(void* refcon, Family family, int stage = -1) {
   Require(owner.module == nullptr || VYRAIsPluginEnabled(owner.id) != 0,
           "an enabled plugin counts as disabled");
   Call* const call = gBook.call;
-  if (stage >= 0) call->Enter(registration, stage);
+  call->Enter(registration, stage);
   Acts(owner, 4);
   call->Left();
   if (registration.alwaysThrows || gInput.OneIn(20)) Throw(owner);
@@ -78,18 +80,30 @@ float OnFlightLoop(float sinceLast, float now, int counter, void* refcon) {
   return loop.interval;
 }
 
+int Answer(int answer) {
+  gBook.call->Answered(answer);
+  return answer;
+}
+
+// What the host told the library with the event is what the callback is told.
+void RequireTold(int first, int second, int third) {
+  const auto& told = gBook.call->told;
+  Require(!told || *told == std::array{first, second, third}, "a callback is told something else");
+}
+
 int OnDraw(int phase, int isBefore, void* refcon) {
   const Registration& registration = Behind(refcon, Family::draw);
   Require(registration.which == phase && registration.before == isBefore,
           "a draw callback gets another phase");
   Require(StepOfDrawing(phase, isBefore) == gBook.call->step, "a draw callback is called in the wrong step");
   Enter(refcon, Family::draw, isBefore != 0 ? kBefore : kAfter);
-  return gInput.Below(4);
+  return Answer(gInput.OneIn(3) ? gInput.Below(4) : 1);
 }
 
-int OnSniffer(char, int, char, void* refcon) {
+int OnSniffer(char key, int flags, char virtualKey, void* refcon) {
+  RequireTold(key, flags, virtualKey);
   Enter(refcon, Family::sniffer, Behind(refcon, Family::sniffer).before != 0 ? kBefore : kAfter);
-  return gInput.Below(4) != 3 ? 1 : 0;
+  return Answer(gInput.Below(4) != 3 ? 1 + gInput.Below(2) : 0);
 }
 
 void OnDrawWindow(VYRAWindowID window, void* refcon) {
@@ -97,48 +111,95 @@ void OnDrawWindow(VYRAWindowID window, void* refcon) {
   Enter(refcon, Family::window, kDrawWindows);
 }
 
-void OnWindowKey(VYRAWindowID, char, int, char, void* refcon, int) { Enter(refcon, Family::window); }
+void RequireHit(VYRAWindowID window, int x, int y, const void* refcon) {
+  Require(Behind(const_cast<void*>(refcon), Family::window).handle == window,
+          "a window is told of the mouse as another");
+  if (VYRAGetWindowRefCon(window) == nullptr) return;  // others hide it since the walk began
+  const Geometry g(window);
+  Require(g.left <= x && x < g.right && g.bottom <= y && y < g.top, "a window is told of a point beside it");
+  Require(VYRAGetWindowIsVisible(window) != 0, "a hidden window is told of the mouse");
+}
 
-int OnWindowMouse(VYRAWindowID, int, int, int status, void* refcon) {
+void OnWindowKey(VYRAWindowID window, char key, int flags, char virtualKey, void* refcon, int isLosing) {
+  const auto& taker = gBook.call->taker;
+  if (isLosing != 0) {
+    Require(!taker || *taker == window, "the loser of the focus is told of another who takes it");
+    Require(key == 0 && flags == 0 && virtualKey == 0, "the loser of the focus is told of a key");
+    ++gBook.losing;
+  } else {
+    Require(Behind(refcon, Family::window).handle == window, "a window gets another's key");
+    RequireTold(key, flags, virtualKey);
+  }
+  const StThen then([&] { gBook.losing -= isLosing != 0 ? 1 : 0; });
+  Enter(refcon, Family::window);
+}
+
+int OnWindowMouse(VYRAWindowID window, int x, int y, int status, void* refcon) {
+  Require(Behind(refcon, Family::window).handle == window, "a window is told of the mouse as another");
+  if (status == VYRA_MOUSE_DOWN) RequireHit(window, x, y, refcon);
+  RequireTold(x, y, status);
   Enter(refcon, Family::window, status == VYRA_MOUSE_DRAG ? kDrag : status == VYRA_MOUSE_DOWN ? kOnly : -1);
-  return gInput.Below(2);
+  return Answer(gInput.Below(2));
 }
 
-int OnWindowCursor(VYRAWindowID, int, int, void* refcon) {
+int OnWindowCursor(VYRAWindowID window, int x, int y, void* refcon) {
+  RequireHit(window, x, y, refcon);
+  RequireTold(x, y, 0);
   Enter(refcon, Family::window, kOnly);
-  return gInput.Below(2);
+  return Answer(gInput.Below(3));
 }
 
-int OnWindowWheel(VYRAWindowID, int, int, int, int, void* refcon) {
+int OnWindowWheel(VYRAWindowID window, int x, int y, int wheel, int clicks, void* refcon) {
+  RequireHit(window, x, y, refcon);
+  RequireTold(x, wheel, clicks);
   Enter(refcon, Family::window, kOnly);
-  return gInput.Below(2);
+  return Answer(gInput.Below(2));
 }
 
 void OnHotKey(void* refcon) { Enter(refcon, Family::hotKey, kOnly); }
 
+// The host's camera comes as it is, and goes as the plugin would have it.
+void MoveCamera(VYRACameraPosition& position) {
+  float* const values = &position.x;
+  for (int i = 0; i < 7; ++i) {
+    Require(values[i] == static_cast<float>(i), "the camera is not where the host has it");
+    values[i] += 10;
+  }
+}
+
 int OnCamera(VYRACameraPosition* position, int isLosingControl, void* refcon) {
   Require(&Behind(refcon, Family::camera) == gBook.camera, "the camera asks who does not control it");
   Require((position == nullptr) == (isLosingControl != 0), "the camera's position is missing or left over");
+  // Also when another took it meanwhile.
   const auto lose = [&] {
-    if (gBook.camera == refcon) gBook.camera = nullptr;
+    gBook.camera = nullptr;
+    gBook.cameraKnown = true;
   };
+  gBook.losingCamera += isLosingControl != 0 ? 1 : 0;
   {
     const StThen then([&] {
-      if (isLosingControl != 0) lose();
+      if (isLosingControl == 0) return;
+      --gBook.losingCamera;
+      lose();
     });
     Enter(refcon, Family::camera);
   }
-  const int result = gInput.Below(2);
+  if (position != nullptr) MoveCamera(*position);
+  const int result = gInput.Below(3);
   if (result == 0) lose();
-  return result;
+  return Answer(result);
 }
 
-void OnMenu(void* menuRef, void*) { Enter(menuRef, Family::menu); }
+void OnMenu(void* menuRef, void* itemRef) {
+  Require(gBook.call->param == nullptr || gBook.call->param == itemRef, "another item is picked");
+  Enter(menuRef, Family::menu);
+}
 
-int OnCommand(VYRACommandRef command, int, void* refcon) {
+int OnCommand(VYRACommandRef command, int phase, void* refcon) {
+  RequireTold(phase, 0, 0);
   Require(Behind(refcon, Family::command).handle == command, "a command handler gets another command");
   Enter(refcon, Family::command, kOnly);
-  return gInput.Below(4);
+  return Answer(gInput.Below(4));
 }
 
 // Called once for each time that it was asked for.
@@ -147,8 +208,30 @@ void OnceOwed(void* refcon, Family family) {
   Enter(refcon, family);
 }
 
-void OnPlanesReturned(void* refcon) { OnceOwed(refcon, Family::planesWait); }
-void OnObjectReady(VYRAObjectRef, void* refcon) { OnceOwed(refcon, Family::objectLoad); }
+void OnPlanesReturned(void* refcon) {
+  auto& queue = gBook.planes.queue;
+  const auto first =
+      std::find_if(queue.begin(), queue.end(), [&](const auto& entry) { return entry.second == refcon; });
+  Require(first != queue.end(), "the planes are offered to who does not wait for them");
+  queue.erase(first);
+  OnceOwed(refcon, Family::planesWait);
+}
+
+void OnObjectReady(VYRAObjectRef object, void* refcon) {
+  Registration& load = Behind(refcon, Family::objectLoad);
+  Require(object == load.handle, "a load ends with another object");
+  auto& waiting = load.owner->waiting;
+  if (std::find(waiting.begin(), waiting.end(), &load) != waiting.end()) {
+    while (waiting.back()->which == 0) waiting.pop_back();  // has no callback
+    Require(waiting.back() == &load, "what was loaded last is not delivered first");
+    waiting.pop_back();
+  }
+  // It becomes the plugin's when the callback ends, also when that throws.
+  const StThen then([&] {
+    if (object != nullptr) load.owner->objects.insert(object);
+  });
+  OnceOwed(refcon, Family::objectLoad);
+}
 
 void OnChanged(void* refcon) { Enter(refcon, Family::subscription, kOnly); }
 
@@ -214,6 +297,17 @@ void Opened(Module& module) {
   }
 }
 
+// Nothing is left of a plugin whose module is about to be closed.
+void CheckLeft(const Plugin& self) {
+  if (gBook.interrupted != 0) return;
+  for (const auto& [owner, command] : gBook.held) {
+    Require(owner != &self, "a command is still held by a plugin that left");
+  }
+  const MenuState* const menu = gMenuBook.At(gMenuBook.plugins);
+  Require(menu == nullptr || !menu->known || menu->CountOf(self) == 0,
+          "an item of a plugin that left is still in the menu of all");
+}
+
 void Closing(Module& module) {
   if (module.plugin == nullptr) return;  // the process ends
   Plugin& self = *module.plugin;
@@ -221,6 +315,7 @@ void Closing(Module& module) {
   Require(module.inside == 0, "a module is closed while its code runs");
   Require(module.exceptions == 0, "a module is closed under an exception of its own");
   Require(!self.IsIn(), "a module is closed that was not stopped");
+  CheckLeft(self);
   self.closed = true;
   self.module = nullptr;
   for (Registration& registration : gBook.registrations) {
@@ -242,6 +337,25 @@ void CheckNewPlace(const Plugin& self) {
     Require(isOver && (other.module->plugin != &other || other.module->inside == 0),
             "an ID is given out while the code of the plugin that had it may still run");
   }
+}
+
+// Before its disable callback a plugin has lost what one alone can have.
+void LoseAll(const Plugin& self) {
+  Planes& planes = gBook.planes;
+  if (planes.holder == nullptr || planes.holder->owner != &self) return;
+  planes.queueKnown = false;
+  planes.holder = nullptr;
+  planes.known = false;
+}
+
+// A plugin is on its way out: the library drops what it registered.
+void Leave(Plugin& self) {
+  gBook.unloading = true;
+  gMenuBook.Forget(self);
+  FreeProbesOf(self);
+  self.waiting.clear();
+  std::erase_if(gBook.planes.queue, [&](const auto& entry) { return entry.second->owner == &self; });
+  LoseAll(self);
 }
 
 void Name(Plugin& self, char* outName, char* outSignature, char* outDescription) {
@@ -271,6 +385,7 @@ int Start(Module& module, char* outName, char* outSignature, char* outDescriptio
   const auto reject = [&] {
     self.out = true;
     self.enabled = false;
+    Leave(self);
   };
   try {
     LifeActs(self, Plugin::kStart);
@@ -313,18 +428,26 @@ void Disable(Module& module) {
   Plugin& self =
       EnterLife(module, "  -> disable", module.plugin->enabled, "a plugin is disabled that is not enabled");
   self.enabled = false;
+  ++self.disables;
+  LoseAll(self);
+  const StThen then([&] { LoseAll(self); });  // what it took back
   LifeActs(self, Plugin::kDisable);
 }
 
 void Stop(Module& module) {
   Plugin& self = EnterLife(module, "  -> stop", !module.plugin->stopping, "a plugin is stopped twice");
   self.stopping = true;
-  const StThen then([&] { self.stopping = self.enabled = false, self.out = true; });
+  const StThen then([&] {
+    self.stopping = self.enabled = false, self.out = true;
+    Leave(self);
+  });
   LifeActs(self, Plugin::kStop);
 }
 
-void Message(Module& module, VYRAPluginID, int, void*) {
+void Message(Module& module, VYRAPluginID from, int message, void* param) {
   Plugin& self = *module.plugin;
+  RequireTold(from, message, 0);
+  Require(param == gBook.call->param, "a message comes with another parameter");
   Trace("  -> message", &self, self.id);
   Require(self.enabled && VYRAGetMyID() == self.id, "a message reaches a plugin that is not enabled");
   gBook.call->Enter(self);
@@ -332,7 +455,10 @@ void Message(Module& module, VYRAPluginID, int, void*) {
   if (gInput.OneIn(16)) Throw(self);
 }
 
-void Error(Module& module, const char*) { EnterErrorCallback(*module.plugin); }
+void Error(Module& module, const char* message) {
+  if (gBook.call != nullptr) gBook.call->reports.emplace_back(message);
+  EnterErrorCallback(*module.plugin);
+}
 
 }  // namespace
 

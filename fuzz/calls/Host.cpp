@@ -1,13 +1,18 @@
 #include "Host.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
-#include <map>
+#include <iterator>
+#include <memory>
+#include <utility>
 
 #include "../../tests/ForEachService.h"
 #include "Actions.h"
 #include "Folders.h"
 #include "Input.h"
+#include "Menus.h"
 
 namespace calls {
 
@@ -32,7 +37,7 @@ template <class Result, class... Arguments>
 void FillSlot(Result (*&slot)(Arguments...)) {
   slot = [](Arguments...) -> Result {
     gHost.MayAct();
-    if constexpr (std::is_same_v<Result, int>) return gInput.Below(4);
+    if constexpr (std::is_same_v<Result, int>) return gHost.isQuiet ? 0 : gInput.Below(4);
     return Result();
   };
 }
@@ -63,16 +68,85 @@ void GetSystemPath(char* outPath) {
 
 void GetPrefsPath(char* outPath) { std::strcpy(outPath, "/prefs"); }
 
-int CreateMenu(int, int, const char*) {
+// Notes what the library asks for. `menu` is not known any more when that leads to other calls.
+void Asked(std::array<int, 4> service, int menu = 0) {
+  if (gBook.call != nullptr) gBook.call->services.push_back(service);
+  Trace("  -> service", nullptr, service[0] * 10000 + service[1] * 100 + service[2]);
+  const std::uint64_t operations = gOperations;
+  const auto forget = [&] {
+    MenuState* const state = gMenuBook.At(menu);
+    if (state != nullptr && gOperations != operations) state->known = false;
+  };
+  try {
+    gHost.MayAct();
+  } catch (...) {
+    forget();
+    throw;
+  }
+  forget();
+}
+
+int CreateMenu(int parent, int position, const char* name) {
   const int menu = ++gHost.menus;
-  gHost.MayAct();
+  if (std::strcmp(name, "Plugins") == 0) {
+    gMenuBook.states.clear();
+    gMenuBook.plugins = menu;
+    gMenuBook.states[menu] = {nullptr, &gBook.Host(), false, true, {}};
+  }
+  // The item from which it hangs is in the menu of all before it is made.
+  MenuState* const above = gMenuBook.At(parent);
+  if (gBook.call != nullptr && gBook.call->hangs != nullptr && above != nullptr)
+    above->items.push_back({gHost.items, nullptr, 0, 1, gBook.call->hangs});
+  Asked({kCreateMenu, parent, position, menu});
   return menu;
 }
 
-int AppendMenuItem(int, int, const char*, int) {
+int AppendMenuItem(int menu, int position, const char*, int) {
   const int item = ++gHost.items;
-  gHost.MayAct();
+  Asked({kAppendMenuItem, menu, position, item}, menu);
   return item;
+}
+
+void SetMenuItemName(int menu, int position, const char*, int) {
+  Asked({kSetMenuItemName, menu, position, 0}, menu);
+}
+
+void RemoveMenuItem(int menu, int position) {
+  MenuState* const state = gMenuBook.At(menu);
+  if (state != nullptr && state->known) {
+    const bool isThere = position >= 0 && position < static_cast<int>(state->items.size());
+    Require(isThere || gBook.interrupted != 0, "no item is removed");
+    if (isThere) state->items.erase(state->items.begin() + position);
+  }
+  Asked({kRemoveMenuItem, menu, position, 0}, menu);
+}
+
+void DestroyMenu(int menu) { Asked({kDestroyMenu, menu, 0, 0}); }
+
+void SetAircraftModel(int plane, const char*, const char*) {
+  ++gBook.planes.selfLoading;
+  const std::unique_ptr<int, void (*)(int*)> then(&gBook.planes.selfLoading, [](int* count) { --*count; });
+  Asked({kSetAircraftModel, plane, 0, 0});
+}
+
+int CountAircraft(int*, int*, VYRAPluginID*) {
+  if (gHost.isQuiet) return 0;
+  gHost.MayAct();
+  return gHost.aircraft = gInput.Below(6);
+}
+
+void CommandButtonPress(const int* buttons, int up, int pass) {
+  if (gBook.call->phase == 0) {
+    Require(up == 0 && pass == 1, "held buttons are repeated as others");
+    for (const int held : gBook.buttons) Require(*buttons++ == held, "another button is repeated");
+    Require(*buttons == 0, "a button is repeated that is not held");
+  }
+  Asked({kButton, *buttons, up, pass});
+}
+
+void DrawObjects(VYRAObjectRef, int, int, float x, float, float, float heading, float pitch, float roll) {
+  Require(heading == 2 && pitch == 1 && roll == 3, "an object is turned another way");
+  Asked({kDrawObject, static_cast<int>(x), 0, 0});
 }
 
 VYRACommandRef FindCommand(const char*, const char*, int) {
@@ -80,11 +154,28 @@ VYRACommandRef FindCommand(const char*, const char*, int) {
   return gInput.OneOf(gHost.commands);
 }
 
+// What a leaving plugin holds is ended.
+void EndedFor(VYRACommandRef command) {
+  for (auto held = gBook.held.begin(); held != gBook.held.end(); ++held) {
+    if (held->second != command || held->first->IsSettled()) continue;
+    gBook.held.erase(held);
+    return;
+  }
+}
+
 template <int isBegin, int isEnd>
 void CommandPhase(VYRACommandRef command) {
   Call& call = *gBook.call;
   if (isBegin + isEnd == 0) Require(call.repeatsOwed-- > 0, "more commands are continued than were held");
-  if (gInput.OneIn(2)) Contain([&] { Do<VYRACommandHook>(command, isBegin, isEnd, 1); });
+  if (isEnd == 1 && !call.usesCommand) EndedFor(command);
+  call.services.push_back({kCommand, isBegin, isEnd, gHost.NumberOf(command)});
+  if (gInput.OneIn(2)) {
+    Contain([&] {
+      Call hook("VYRACommandHook");
+      hook.told = {isBegin != 0 ? 0 : isEnd != 0 ? 2 : 1, 0, 0};
+      VYRACommandHook(command, isBegin, isEnd, 1);
+    });
+  }
   gHost.MayAct();
 }
 
@@ -94,14 +185,14 @@ int gProbesMade = 0;
 
 int CreateProbe() {
   const int probe = gProbesMade++;
-  gHost.MayAct();
+  Asked({kCreateProbe, probe, 0, 0});
   return probe;
 }
 
 int ProbeTerrainXYZ(int probe, const float*, float*, float*, float*, int*) {
   Require(probe >= 0 && probe < gProbesMade, "a probe is asked that the host never made");
-  gHost.MayAct();
-  return gInput.Below(2);
+  Asked({kProbe, probe, 0, 0});
+  return gHost.probeHits = gInput.Below(2);
 }
 
 VYRAObjectRef Load() {
@@ -112,14 +203,14 @@ VYRAObjectRef Load() {
 }
 
 VYRAObjectRef LoadObject(const char*) {
-  gHost.MayAct();
+  Asked({kLoadObject, 0, 0, 0});
   return Load();  // now, as an exception of that would leave it with nobody
 }
 
 void UnloadObject(VYRAObjectRef object) {
   if (object != nullptr)
     Require(--*static_cast<int*>(object) >= 0, "an object is unloaded more often than loaded");
-  gHost.MayAct();
+  Asked({kUnloadObject, 0, 0, 0});
 }
 
 int LookupObjects(const char*, float, float, VYRALibraryEnumerator_f enumerator, void* refcon) {
@@ -131,137 +222,26 @@ int LookupObjects(const char*, float, float, VYRALibraryEnumerator_f enumerator,
 }
 
 void LoadObjectAsync(const char*, VYRAObjectLoaded_f completion, void* delivery) {
-  gHost.pendingLoads.push_back({completion, delivery});
+  gHost.pendingLoads.push_back({completion, delivery, std::exchange(gHost.loading, nullptr)});
   gHost.MayAct();
   if (gInput.OneIn(4)) Contain([] { gHost.CompleteLoad(); });
 }
 
 void ShowMessage(const char*, const char*, const char*, const char*) {
+  Require(gHost.services.serviceTableRevision > 2, "a message is shown that the host does not know");
   ++gHost.messages;
   gHost.MayAct();
 }
 
-void HostReceiveMessage(VYRAPluginID, int, void*) {
+void HostReceiveMessage(VYRAPluginID from, int message, void* param) {
+  const auto& told = gBook.call->told;
+  Require(!told || *told == std::array{from, message, 0}, "the host is sent another message");
+  Require(param == gBook.call->param, "a message comes to the host with another parameter");
   Require(VYRAGetMyID() == VYRA_HOST_PLUGIN, "the host gets a message as another plugin");
   gBook.call->Enter(gBook.Host());
   if (gBook.depth < kDeepest && gInput.OneIn(3)) Contain([] { Act(gBook.Host()); });
   gHost.MayAct();
 }
-
-// ---- Events and hooks ---------------------------------------------------------------------------------
-
-// Runs what may unload plugins. An exception that leaves it may leave a plugin half unloaded, until the same
-// is called again, or the shutdown.
-template <class Function>
-void Unloading(unsigned kind, Function function) {
-  try {
-    function();
-    const bool isDone =
-        kind != kByReload || gBook.depth == 1;  // a pass inside another leaves the reload to that
-    if (isDone) gBook.interrupted &= kind == kByShutdown ? 0 : ~kind;
-  } catch (...) {
-    gBook.interrupted |= kind;
-    throw;
-  }
-}
-
-template <int event>
-void Pass() {
-  Call pass("pass");
-  pass.phase = event == VYRA_EVENT_FLIGHT_LOOPS_1 ? 1 : 0;
-  pass.now = gInput.OneIn(8) ? gInput.Float() : gHost.time;
-  const int cycle = VYRAGetCycleNumber() + 1;
-  for (const Registration* loop : gBook.Of(Family::flightLoop)) {
-    if (loop->known && loop->which == pass.phase && loop->IsDue(pass.now, cycle)) pass.Expect(*loop);
-  }
-  Unloading(kByReload, [&] { VYRAEventHook(event, nullptr, nullptr, pass.now, 0); });
-  Require(VYRAGetCycleNumber() >= cycle, "a pass is not counted");
-  pass.Returned();
-}
-
-void Draw() {
-  Call call("draw");
-  call.step = gInput.OneIn(3) ? 20 : gInput.Int();
-  const int isReflection = gInput.Below(3);
-  for (const Registration* draw : gBook.Of(Family::draw)) {
-    if (call.step == 0 || StepOfDrawing(draw->which, draw->before) != call.step) continue;
-    if (isReflection != 1 || draw->owner->wantsReflections) call.Expect(*draw);
-  }
-  VYRADoDrawingHook(call.step, isReflection);
-  call.Returned();
-}
-
-void Key() { Do<VYRAKeyPressHook>(gInput.Below(3), gInput.Below(2), 'A' + gInput.Below(3)); }
-void Mouse() { Do<VYRAMouseClickHook>(gInput.Below(24), gInput.Below(24), gInput.Below(2)); }
-void Cursor() { Do<VYRACursorHook>(gInput.Below(24), gInput.Int()); }
-void Wheel() { Do<VYRAScrollWheelHook>(gInput.Below(24), gInput.Below(24), 0, gInput.Int()); }
-
-void Camera() {
-  float values[7] = {};
-  Do<VYRACameraHook>(&values[0], &values[1], &values[2], &values[3], &values[4], &values[5], &values[6]);
-}
-
-void Menu() {
-  int state = 0;
-  const int number = gInput.Below(gHost.items % 64 + 2);
-  Do<VYRAMenuHook>(number);
-  Do<VYRACheckMenuHook>(gInput.Below(gHost.menus % 64 + 2), gInput.Int(), &state);
-  Do<VYRAMenuItemEnabled>(gInput.Below(gHost.menus % 64 + 2), gInput.Int());
-}
-
-void Planes() {
-  char path[4096] = "wing.acf";
-  Do<VYRAGetNumberPlanesToHandle>(gInput.Below(20) - 1, gInput.Below(2));
-  Do<VYRAUpdatePlaneNameAndPath>(gInput.Int(), nullptr, path);
-  Require(std::strlen(path) < sizeof(path), "a plane's path is longer than its buffer");
-}
-
-void Command() {
-  const VYRACommandRef command = gInput.OneOf(gHost.commands);
-  Do<VYRACommandHook>(command, gInput.Below(2), gInput.Below(2), gInput.Below(2));
-}
-
-void Repeat() {
-  Call call("repeat");
-  call.repeatsOwed = static_cast<int>(gBook.held.size());
-  VYRAEventHook(VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0, 0);
-}
-
-template <int event>
-void Broadcast() {
-  Call call("broadcast");
-  if (VYRACountPlugins() > 0) {
-    for (const Plugin& plugin : gBook.plugins) call.Expect(plugin);
-  }
-  constexpr bool hasPlane = event == VYRA_EVENT_PLANE_LOADED || event == VYRA_EVENT_PLANE_UNLOADED;
-  const auto plane =
-      reinterpret_cast<void*>(static_cast<std::intptr_t>(hasPlane && gInput.OneIn(400) ? 1 : 0));
-  Unloading(event == VYRA_EVENT_PLANE_UNLOADED ? kByPlane : 0,
-            [&] { VYRAEventHook(event, plane, nullptr, 0, 0); });
-  call.Returned();
-}
-
-void ViewChanged() { Do<VYRAEventHook>(VYRA_EVENT_VIEW_CHANGED, nullptr, nullptr, 0.0F, 0.0F); }
-void Scenery() {
-  const std::string folder = gFolders.SceneryPath();
-  Do<VYRAEventHook>(VYRA_EVENT_SCENERY_PACKAGE, const_cast<char*>(folder.c_str()), nullptr, 0.0F, 0.0F);
-}
-void Unknown() { Do<VYRAEventHook>(14 + gInput.Byte(), nullptr, nullptr, gInput.Float(), 0.0F); }
-void Reload() { Do<VYRAReloadPlugins>(); }
-void Shutdown() {
-  Unloading(kByShutdown, [] { Do<VYRAShutdownPlugins>(); });
-}
-void Start() { gHost.Start(); }
-void CompleteLoad() { gHost.CompleteLoad(); }
-
-// clang-format off
-void (*const kEvents[])() = {
-    Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Pass<VYRA_EVENT_FLIGHT_LOOPS_1>, Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Draw, Draw,
-    Draw, Key, Key, Mouse, Mouse, Cursor, Wheel, Camera, Menu, Planes, Command, Command, Repeat,
-    Broadcast<VYRA_EVENT_BROADCAST_101>, Broadcast<VYRA_EVENT_BROADCAST_108>, Broadcast<VYRA_EVENT_PLANE_LOADED>,
-    Broadcast<VYRA_EVENT_PLANE_UNLOADED>, ViewChanged, Scenery, Unknown, Reload, Shutdown, Start, CompleteLoad,
-    CompleteLoad};
-// clang-format on
 
 }  // namespace
 
@@ -273,10 +253,12 @@ Host::Host() {
   ITS_OWN(GetMouseLocation) ITS_OWN(GetElapsedTime) ITS_OWN(GetNthAircraftModel) ITS_OWN(GetSystemPath)
   ITS_OWN(GetPrefsPath) ITS_OWN(CreateMenu) ITS_OWN(AppendMenuItem) ITS_OWN(FindCommand) ITS_OWN(CreateProbe)
   ITS_OWN(ProbeTerrainXYZ) ITS_OWN(LoadObject) ITS_OWN(UnloadObject) ITS_OWN(LookupObjects)
-  ITS_OWN(LoadObjectAsync) ITS_OWN(ShowMessage) ITS_OWN(HostReceiveMessage)
+  ITS_OWN(LoadObjectAsync) ITS_OWN(ShowMessage) ITS_OWN(HostReceiveMessage) ITS_OWN(SetMenuItemName)
+  ITS_OWN(RemoveMenuItem) ITS_OWN(DestroyMenu) ITS_OWN(SetAircraftModel) ITS_OWN(CountAircraft)
+  ITS_OWN(CommandButtonPress) ITS_OWN(DrawObjects)
   // clang-format on
 #undef ITS_OWN
-                  services.CommandBegin = CommandPhase<1, 0>;
+                              services.CommandBegin = CommandPhase<1, 0>;
   services.CommandRepeat = CommandPhase<0, 0>;
   services.CommandEnd = CommandPhase<0, 1>;
   for (int& load : loads) commands[(&load - loads) % 5] = &load;  // any address does
@@ -289,9 +271,8 @@ void Host::Start() {
   Do<VYRAInitializePlugins>(gFolders.SystemPath().c_str(), &services, nullptr);
 }
 
-void Host::Event() { gInput.OneOf(kEvents)(); }
-
 void Host::MayAct() {
+  if (isQuiet) return;
   if (gBook.depth < kDeepest && gInput.OneIn(8)) Contain([&] { Event(); });
   if (gBook.call != nullptr) gBook.call->Left();
 }
@@ -302,17 +283,22 @@ void Host::CompleteLoad() {
   const PendingLoad load = *place;
   pendingLoads.erase(place);
   const VYRAObjectRef object = Load();
-  Do("load completed", [&] { load.completion(object, load.delivery); });
+  Call call("load completed");
+  if (load.record != nullptr) {
+    Plugin& owner = *load.record->owner;
+    load.record->handle = object;
+    const bool stays = owner.IsSettled() && owner.loaded;
+    if (stays && !owner.enabled) owner.waiting.push_back(load.record);
+    if (stays && owner.enabled && owner.module != nullptr && load.record->which != 0)
+      call.Expect(*load.record);
+  }
+  load.completion(object, load.delivery);
+  call.Returned();
 }
 
-int StepOfDrawing(int phase, int isBefore) {
-  static const std::map<int, int> first = {{0, 1},   {5, 2},   {10, 4},   {15, 6},   {20, 8},
-                                           {25, 10}, {30, 12}, {35, 13},  {40, 14},  {45, 16},
-                                           {55, 18}, {50, 19}, {101, 21}, {100, 23}, {102, 25}};
-  const auto found = first.find(phase);
-  if (found == first.end() || isBefore < 0 || isBefore > 1) return 0;
-  const bool hasOneStep = phase == 0 || phase == 30 || phase == 35 || phase == 55;
-  return found->second + (isBefore != 0 || hasOneStep ? 0 : 1);
+int Host::NumberOf(VYRACommandRef command) const {
+  return static_cast<int>(std::find(std::begin(commands), std::end(commands), command) -
+                          std::begin(commands));
 }
 
 }  // namespace calls

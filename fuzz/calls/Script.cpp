@@ -11,6 +11,7 @@
 #include "Folders.h"
 #include "Host.h"
 #include "Input.h"
+#include "Menus.h"
 
 namespace calls {
 
@@ -148,13 +149,17 @@ void Run(const std::uint8_t* data, std::size_t size) {
   gInput = Input(data, size);
   gBook = Book();
   gHost = Host();
+  gMenuBook = Menus();
   Plugin& host = gBook.Add(nullptr, kDriver.callbacks);
   host.id = VYRA_HOST_PLUGIN;
   host.started = host.loaded = host.enabled = true;
   MakeItems();
+  MakeSwitches();
   while (!gInput.IsSpent()) Step();
   Finish();
   gBook = Book();
 }
+
+std::uint64_t Operations() { return gOperations; }
 
 }  // namespace calls

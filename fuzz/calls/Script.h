@@ -9,4 +9,7 @@ namespace calls {
 
 void Run(const std::uint8_t* data, std::size_t size);
 
+// How many calls into the library the runs of this process have made so far.
+std::uint64_t Operations();
+
 }  // namespace calls
