@@ -24,7 +24,7 @@ void MakeForOtherProcessor(const std::string& path);
 void MakeForOtherWordSize(const std::string& path);
 void MakeForOtherByteOrder(const std::string& path);
 void MakeHeaderAlone(const std::string& path);
-void MakeWithoutItsSecondHalf(const std::string& path);
+void MakeBeginningAlone(const std::string& path);
 void MakeExecutable(const std::string& path);
 
 // Five thousand files and folders that are no modules, beside where the module would be.

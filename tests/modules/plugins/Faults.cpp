@@ -1,8 +1,10 @@
 // What hostile plugins do: a row for each, and throwing at any call.
-#include <cstdio>
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <string>
+#include <string_view>
 
 #include "EverythingPlugin.h"
 #include "VYRACamera.h"
@@ -176,10 +178,19 @@ constexpr Fault kFaults[] = {
     {"command-unregisters", Call::command, Unregister},
 };
 
+constexpr std::string_view kThrows = "throws-";
+
+// A file that is named after no fault would be a test of nothing.
+void RequireFault() {
+  const auto isNamed = [](const Fault& fault) { return std::strcmp(fault.name, gName) == 0; };
+  if (std::ranges::none_of(kFaults, isNamed) && !std::string_view(gName).starts_with(kThrows)) std::abort();
+}
+
 // "throws-loop-once", "throws-loop-always".
 void ThrowAt(Call call) {
   static bool hasThrown = false;
-  const std::string once = "throws-" + std::string(kCallNames[static_cast<std::size_t>(call)]) + "-once";
+  const std::string once =
+      std::string(kThrows) + std::string(kCallNames[static_cast<std::size_t>(call)]) + "-once";
   const std::string always = once.substr(0, once.size() - 4) + "always";
   if (gName != always && (gName != once || hasThrown)) return;
   hasThrown = true;
@@ -189,6 +200,7 @@ void ThrowAt(Call call) {
 }  // namespace
 
 int CommitFault(Call call, int result) {
+  RequireFault();
   ThrowAt(call);
   for (const Fault& fault : kFaults) {
     if (call == fault.at && std::strcmp(gName, fault.name) == 0) result = fault.commit(result);
