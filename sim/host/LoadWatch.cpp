@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "VYRAPlugin.h"
@@ -28,7 +29,7 @@ std::string gLine;                              // what came of a line so far
 std::vector<LoadFailure> gFailures;             // of the whole flight
 std::map<std::string, std::string> gLoaded;     // paths by signature
 std::map<std::string, PluginReport> gPlugins;   // that were ever loaded, by path
-std::string gLastOpened;                        // the module that the system's next text is about
+std::string gLastOpened;                        // the module that the system's next text is about, or ""
 std::map<VYRAPluginID, std::string> gEnabling;  // paths of those whose enable call was made last
 
 struct LoadTime {
@@ -76,14 +77,21 @@ bool IsOfMissingCallback(std::string_view text) {
   return name != std::string_view::npos;
 }
 
-void FollowLoaded(std::string_view line) {
-  const std::size_t bracket = line.rfind(" (");
-  const std::string path(line.substr(0, bracket));
-  const std::string signature(line.substr(bracket + 2));
+void NoteLoaded(const std::string& path, const std::string& signature) {
   gLoaded[signature] = path;
   PluginReport& plugin = gPlugins[path];
   plugin.signature = signature;
   plugin.path = path;
+}
+
+// Whether a text is only the beginning of one, up to a line end in the module's path.
+bool EndsInPath(std::string_view text, std::string_view path) {
+  return path.starts_with(text) && path.substr(text.size()).starts_with('\n');
+}
+
+void FollowLoaded(std::string_view line) {
+  const std::size_t bracket = line.rfind(" (");
+  NoteLoaded(std::string(line.substr(0, bracket)), std::string(line.substr(bracket + 2)));
   TellPluginStates();
 }
 
@@ -99,10 +107,13 @@ void FollowDuplicate(std::string_view line) {
 void FollowLine(const std::string& line) {
   if (line.starts_with("dlerror:")) {
     const std::string_view text = std::string_view(line).substr(std::string_view("dlerror:").size());
-    if (gLastOpened.empty() || IsOfMissingCallback(text)) return;
-    TellFailure(gLastOpened, ExplainFailedOpening(gLastOpened, text));
+    if (gLastOpened.empty() || IsOfMissingCallback(text) || EndsInPath(text, gLastOpened)) return;
+    const std::string path = std::exchange(gLastOpened, "");
+    TellFailure(path, ExplainFailedOpening(path, text));
     return;
   }
+  // A file that the library turns down unopened is the next that a text may be about.
+  if (line.starts_with("Failed: ") || line.starts_with("Warning: ")) gLastOpened.clear();
   if (const auto rest = PathIn(line, "Fetching plugins for ", "")) {
     TellEvent(FolderLookedAt{*rest});
   } else if (const auto loaded = PathIn(line, "Loaded: ", ").")) {
@@ -142,6 +153,7 @@ void EndLoadTime(const VYRARunningCall& call) {
 
 void NoteBegin(const VYRARunningCall* call, void* /*refcon*/) {
   BeginLoadTime(*call);
+  if (call->kind == VYRA_CALL_START) gLastOpened.clear();
   if (call->kind == VYRA_CALL_DISABLE) gEnabling.erase(call->plugin);
 }
 
@@ -156,6 +168,13 @@ void TellRefusedEnables() {
     if (VYRAIsPluginEnabled(plugin) == 0)
       TellFailure(path, "it refused to be enabled: VyPluginEnable returned 0");
   gEnabling.clear();
+}
+
+// A line is not known as one where there is a line end in its path.
+void NoteUnreadLines() {
+  for (const PluginInfo& plugin : ListPlugins())
+    if (plugin.id != VYRA_HOST_PLUGIN && !plugin.path.empty() && !gLoaded.contains(plugin.signature))
+      NoteLoaded(plugin.path, plugin.signature);
 }
 
 }  // namespace
@@ -174,6 +193,7 @@ LoadRound::~LoadRound() {
   RemoveCallWatcher(&gRounds);
   gEnabling.clear();
   gLine.clear();
+  gLastOpened.clear();
 }
 
 void LoadRound::AuditMainFolder() const { Audit(gWorld.systemPath + "Resources/plugins", true); }
@@ -181,6 +201,7 @@ void LoadRound::AuditMainFolder() const { Audit(gWorld.systemPath + "Resources/p
 void LoadRound::AuditPackage(const std::string& folder) const { Audit(folder, false); }
 
 void LoadRound::Audit(const std::string& folder, bool takesLooseModules) const {
+  NoteUnreadLines();
   for (const LoadFailure& failure : FindMisplacedModules(folder, takesLooseModules))
     TellFailure(failure.path, failure.reason);
   // What the log says nothing of, as of a file that cannot be read.

@@ -196,7 +196,7 @@ class HostileModule : public ModuleTest, public testing::WithParamInterface<Host
 std::string HostileModule::LogOfHostile() const {
   const std::string name = GetParam().name;
   const std::string detail = GetParam().detail;
-  const std::string unloadable =
+  std::string unloadable =
       "Failed: " + hostile +
       ".  (This file is missing, not a DLL or could not be loaded due to another missing DLL.)\n\n";
   switch (GetParam().log) {

@@ -1,7 +1,9 @@
 // Modules that cannot be loaded, each for one reason, which the report and the summary tell in words.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "SimulatorRun.h"
@@ -66,6 +68,29 @@ TEST_F(LoadFailures, FileThatIsCutShortInItsSegmentsIsKnown) {
   const std::string path = folder.Write(SimulatorFolder::Bytes("plain").substr(0, 2000), "short.vyp");
   EXPECT_EQ(sim::FileFault(path), "it is cut short, at 2000 bytes");
   EXPECT_EQ(sim::FileFault(folder.Install("plain", "whole.vyp")), "");
+}
+
+// Nothing was opened whose words could be mistaken for those about another module.
+TEST_F(LoadFailures, FilesThatAreNotEvenOpenedAreToldByTheirOwnPaths) {
+  const SimulatorFolder folder;
+  const std::string good = folder.Install("reader", "a name\nwith a line end.vyp");
+  const std::string cut = folder.Write(SimulatorFolder::Bytes("plain").substr(0, 5000), "cut.vyp");
+  const std::string longest = folder.Install("plain", std::string(251, 'm') + ".vyp");
+  const std::string refusing = folder.Install("refuses-start", "n.vyp");
+  const std::string pipe = folder.Plugins("pipe.vyp");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const SimulatorRun run = folder.Fly(2);
+  EXPECT_EQ(run.report.at("loadFailures").size(), 3U) << run.report.at("loadFailures");
+  EXPECT_EQ(ReasonOf(run, good), "");
+  EXPECT_EQ(ReasonOf(run, longest), "");
+  EXPECT_EQ(ReasonOf(run, cut), "it is cut short, at 5000 bytes");
+  EXPECT_EQ(ReasonOf(run, refusing), "it refused to start: VyPluginStart returned 0");
+  EXPECT_EQ(ReasonOf(run, pipe), "it is no regular file");
+  for (const std::string& path : {good, longest}) {
+    EXPECT_TRUE(std::ranges::any_of(run.report.at("plugins"), [&](const json& plugin) {
+      return plugin.at("path") == path && plugin.at("state") == "enabled";
+    })) << path;
+  }
 }
 
 TEST_F(LoadFailures, StartFunctionsThatCannotBeCalled) {
