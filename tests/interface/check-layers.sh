@@ -1,55 +1,15 @@
 #!/usr/bin/env bash
 # Usage: check-layers.sh SOURCE-FOLDER OBJECT...
 #
-# The library's files stand in layers, and what a file uses lies in its own layer or below: the headers that it
-# includes, and the objects whose symbols its object refers to, as a call can also go up through a public
-# header. No two subsystems use each other but for the few that may. Nothing is used in a circle, neither among
+# The library's files stand in layers, which layers.txt gives, and what a file uses lies in its own layer or below:
+# the headers that it includes, and the objects whose symbols its object refers to, as a call can also go up through
+# a public header. No two subsystems use each other but for the few that may. Nothing is used in a circle, neither among
 # the headers nor among the objects.
 set -euo pipefail
 sources=$1
 shift
 
-# The first line whose name a file's name begins with says where the file stands: its layer, and in the layer
-# of the subsystems which of them it belongs to.
-read -r -d '' layers <<'END' || true
-VYRAHostEntryPoints  5
-VYRALoaderDeliver    2
-VYRALoaderDispatch   2
-VYRALoaderFeatures   2
-VYRALoaderIdentities 2
-VYRALoaderMessages   2
-VYRALoaderPaths      2
-VYRALoaderQuestions  2
-VYRALoaderRegistry   2
-VYRALoaderReports    2
-VYRALoaderRunning    2
-VYRALoaderSteps      1
-VYRAWatch            2
-VYRALoader           4
-VYRADataAccess       3 data access
-VYRADisplay          3 display
-VYRAMenus            3 menus
-VYRANavigation       3 navigation
-VYRAPlanes           3 planes
-VYRAProcessing       3 processing
-VYRAScenery          3 scenery
-VYRAUtilities        3 utilities
-VYRAAtEnd            1
-VYRAChain            1
-VYRAHashIndex        1
-VYRAHostServices     1
-VYRAKeyedRecords     1
-VYRAModuleLoader     1
-VYRANeverDestroyed   1
-VYRAOwnedRecords     1
-VYRARecordPool       1
-VYRAResource         1
-VYRARetiredRecords   1
-VYRASequence         1
-VYRASlotIndex        1
-VYRAStrings          1
-UTL_unicode          1
-END
+layers=$(grep -v '^#' "$(dirname "${BASH_SOURCE[0]}")/layers.txt")
 
 # Which subsystem may use which other.
 read -r -d '' mayUse <<'END' || true
@@ -64,7 +24,7 @@ checkPairs() {
   awk -v kind="$kind" -v layers="$layers" -v mayUse="$mayUse" '
     function place(file,   i) {
       for (i = 1; i <= rows; ++i) if (index(file, prefix[i]) == 1) return i
-      print "check-layers.sh gives no layer for " file "."
+      print "layers.txt gives no layer for " file "."
       failed = 1
       return 0
     }
