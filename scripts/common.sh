@@ -14,6 +14,10 @@ BUILD_PACKAGES=(g++ cmake ninja-build make gdb valgrind pkg-config libgl-dev lib
 # shellcheck disable=SC2034
 BENCHMARK_PACKAGES=(libsimgear-dev libboost-dev libsigc++-2.0-dev libglib2.0-dev gnuplot-nox)
 
+# What scripts/check-abi needs.
+# shellcheck disable=SC2034
+ABI_PACKAGES=(abigail-tools g++ python3)
+
 fail() {
   printf '%s: %s\n' "${0##*/}" "$*" >&2
   exit 1
