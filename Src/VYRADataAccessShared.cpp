@@ -1,57 +1,64 @@
 #include "VYRADataAccessShared.h"
 
-#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <new>
-#include <string_view>
-#include <utility>
 
+#include "VYRAKeyedRecords.h"
 #include "VYRALoaderDispatch.h"
+#include "VYRANeverDestroyed.h"
+#include "VYRAOwnedRecords.h"
+#include "VYRARetiredRecords.h"
 #include "VYRAStrings.h"
-
-std::vector<std::unique_ptr<VYRASharedDataRecord>> gSharedData;
 
 namespace {
 
 using Item = VYRASharedDataRecord;
 using Subscriber = VYRASharedDataSubscriber;
 
-// While an item notifies, its subscribers are walked in place: one that leaves is only struck out, and the
-// list is tidied when the last notification ends.
-class StNotifying {
- public:
-  explicit StNotifying(Item& notifyingItem) : item(notifyingItem) { ++item.notifying; }
-  ~StNotifying() {
-    if (--item.notifying > 0) return;
-    std::erase_if(item.subscribers, [](const Subscriber& s) { return s.callback == nullptr; });
-  }
-  StNotifying(const StNotifying&) = delete;
-  StNotifying& operator=(const StNotifying&) = delete;
+// Every item by its name. None is ever removed.
+VYRANeverDestroyed<VYRAKeyedRecords<Item, &Item::Key, &Item::alike>> gItems;
 
- private:
-  Item& item;
-};
+// Every subscriber, by what it is known by, and those of each plugin.
+VYRANeverDestroyed<VYRAKeyedRecords<Subscriber, &Subscriber::Key, &Subscriber::alike>> gSubscribers;
+VYRANeverDestroyed<VYRAOwnedRecords<Subscriber, &Subscriber::owned>> gSubscribersOf;
 
-void Leave(Item& item, std::vector<Subscriber>::iterator leaver) {
-  if (item.notifying > 0) {
-    leaver->callback = nullptr;
-  } else {
-    item.subscribers.erase(leaver);
-  }
+VYRARetiredRecords<Subscriber> gRetired;
+std::uint64_t gSubscriptions = 0;
+
+void Join(Item& item, VYRADataChanged_f callback, void* refcon) {
+  auto* subscriber = new Subscriber;
+  subscriber->callback = callback;
+  subscriber->refcon = refcon;
+  subscriber->owner = gDispatchedPlugin;
+  subscriber->serial = ++gSubscriptions;
+  subscriber->item = &item;
+  item.subscribers.AddLast(subscriber);
+  gSubscribers->AddLast(subscriber);
+  gSubscribersOf->AddFirst(subscriber->owner, subscriber);
+}
+
+void Leave(Subscriber* leaver) {
+  leaver->item->subscribers.Remove(leaver);
+  gSubscribers->Remove(leaver);
+  gSubscribersOf->Remove(leaver->owner, leaver);
+  leaver->callback = nullptr;
+  gRetired.Retire(std::unique_ptr<Subscriber>(leaver));
 }
 
 // Kept: everyone is told, the writer too, and on every write, whether or not the value changed. Plugins
 // use a write of the same value as a signal.
 void Notify(Item& item) {
-  const StNotifying notifying(item);
+  const VYRARetiredRecords<Subscriber>::StPass pass(gRetired);
   StDispatchWalk dispatch(VYRA_CALL_SHARED_DATA);
-  const std::size_t count = item.subscribers.size();  // those that join meanwhile hear of the next write
-  for (std::size_t i = 0; i < count; ++i) {
-    const Subscriber subscriber = item.subscribers[i];
-    if (subscriber.callback == nullptr || !dispatch(subscriber.owner)) continue;
-    subscriber.callback(subscriber.refcon);
+  const std::uint64_t newest = gSubscriptions;  // those that join meanwhile hear of the next write
+  for (const Subscriber* subscriber = item.subscribers.First(); subscriber != nullptr;
+       subscriber = subscriber->ofItem.next) {
+    if (subscriber->callback == nullptr || subscriber->serial > newest) continue;
+    if (!dispatch(subscriber->owner)) continue;
+    subscriber->callback(subscriber->refcon);
     dispatch.Ended();
   }
 }
@@ -145,50 +152,37 @@ void Publish(Item& item) {
       ForType(item, VYRA_TYPE_DATA, WriteArray<unsigned char, VYRA_TYPE_DATA, void>), &item, &item);
 }
 
-Item* FindItem(std::string_view name) {
-  const auto found = std::find_if(gSharedData.begin(), gSharedData.end(),
-                                  [&](const auto& item) { return item->name == name; });
-  return found != gSharedData.end() ? found->get() : nullptr;
-}
-
 Item& CreateItem(const char* name, int type) {
-  auto created = std::make_unique<Item>();
-  created->name = name;
-  created->type = type;
-  created->buffer.resize(InitialSize(type));
-  Item& item = *gSharedData.emplace_back(std::move(created));
-  Publish(item);
-  return item;
+  auto* item = new Item;
+  item->name = name;
+  item->type = type;
+  item->buffer.resize(InitialSize(type));
+  gItems->AddLast(item);
+  Publish(*item);
+  return *item;
 }
 
 }  // namespace
 
 int VYRAShareData(const char* name, VYRADataTypeID type, VYRADataChanged_f callback, void* refcon) {
   if (name == nullptr) return 0;
-  Item* item = FindItem(name);
+  Item* item = gItems->First(name);
   if (item == nullptr) item = &CreateItem(name, type);
   if (item->type != type) return 0;
-  if (callback != nullptr) item->subscribers.push_back({callback, refcon, gDispatchedPlugin});
+  if (callback != nullptr) Join(*item, callback, refcon);
   return 1;
 }
 
 int VYRAUnshareData(const char* name, VYRADataTypeID type, VYRADataChanged_f callback, void* refcon) {
   if (name == nullptr || callback == nullptr) return 0;
-  Item* item = FindItem(name);
+  Item* item = gItems->First(name);
   if (item == nullptr || item->type != type) return 0;
-  const auto found = std::find(item->subscribers.begin(), item->subscribers.end(),
-                               Subscriber{callback, refcon, gDispatchedPlugin});
-  if (found == item->subscribers.end()) return 0;
-  Leave(*item, found);
+  Subscriber* leaver = gSubscribers->First({item, callback, refcon, gDispatchedPlugin});
+  if (leaver == nullptr) return 0;
+  Leave(leaver);
   return 1;
 }
 
 void VYRASharedDataForget(VYRAPluginID plugin) {
-  for (const auto& item : gSharedData) {
-    for (std::size_t i = item->subscribers.size(); i-- > 0;) {
-      if (item->subscribers[i].owner == plugin) {
-        Leave(*item, item->subscribers.begin() + static_cast<std::ptrdiff_t>(i));
-      }
-    }
-  }
+  while (Subscriber* leaver = gSubscribersOf->First(plugin)) Leave(leaver);
 }

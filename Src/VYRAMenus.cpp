@@ -1,12 +1,11 @@
 #include <algorithm>
-#include <utility>
+#include <memory>
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
 #include "VYRAMenusInternal.h"
 
-std::vector<std::unique_ptr<VYRAMenuInfo_t>> gMenus;
 VYRAMenuInfo_t* gPluginMenu = nullptr;
 
 namespace {
@@ -17,56 +16,49 @@ using Item = VYRAMenuItem;
 constexpr int kLastVersionThatKeepsMenus = 567;  // hosts up to this one cannot destroy a menu
 
 // Menus of departed plugins whose host could not destroy them. Nothing finds them any more.
-std::vector<std::unique_ptr<Menu>> gAbandonedMenus;
+VYRAChain<Menu, &Menu::listed> gAbandonedMenus;
 
 std::uint64_t gMenusMade = 0;
 
 // The host may call back from any service, and change or destroy menus. So the functions below look a menu
 // up again after a call of the host, or bring the records up to date before it.
 
-bool Exists(const Menu* menu) {
-  return std::any_of(gMenus.begin(), gMenus.end(), [&](const auto& one) { return one.get() == menu; });
-}
+bool Exists(Menu* menu) { return VYRAGetMenu(menu) != nullptr; }
 
-bool IsCallersOwn(const Menu* menu) { return Exists(menu) && menu->owner == gDispatchedPlugin; }
-
-Item* ItemAt(Menu& menu, int position) {
-  const auto index = static_cast<std::size_t>(position);
-  return position >= 0 && index < menu.items.size() ? &menu.items[index] : nullptr;
-}
+bool IsCallersOwn(Menu* menu) { return Exists(menu) && menu->owner == gDispatchedPlugin; }
 
 // The calling plugin's item of this number, or null, also when there is no such menu.
 Item* CallersItem(Menu* menu, int index) {
-  if (!Exists(menu)) return nullptr;
-  return ItemAt(*menu, VYRAItemPluginToGlobal(*menu, gDispatchedPlugin, index));
+  return Exists(menu) ? menu->ItemOf(gDispatchedPlugin, index) : nullptr;
 }
 
-void RemoveItem(Menu& menu, int position) {
-  menu.items.erase(menu.items.begin() + position);
-  gHooks->RemoveMenuItem(menu.hostMenu, position);
+// The host's position of an item, or -1 for none.
+int PositionOf(const Item* item) {
+  return item != nullptr ? static_cast<int>(item->menu->items.PlaceOf(*item)) : -1;
+}
+
+void RemoveItem(Item* item) {
+  const int hostMenu = item->menu->hostMenu;
+  const int position = PositionOf(item);
+  Menu::Remove(item);
+  gHooks->RemoveMenuItem(hostMenu, position);
 }
 
 // Kept: the host's entries are left without a name instead of removed; hosts count on their positions.
 void RemoveAllItems(Menu& menu) {
   const int hostMenu = menu.hostMenu;
-  const int count = static_cast<int>(std::exchange(menu.items, {}).size());
+  const int count = static_cast<int>(menu.items.Count());
+  menu.RemoveAllItems();
   for (int position = 0; position < count; ++position) gHooks->SetMenuItemName(hostMenu, position, "", 0);
 }
 
 bool HostDestroysMenus() { return gHooks->hostVersion > kLastVersionThatKeepsMenus; }
 
-using MenuPlace = std::vector<std::unique_ptr<Menu>>::iterator;
-
-MenuPlace FindMenuOf(VYRAPluginID plugin) {
-  return std::find_if(gMenus.begin(), gMenus.end(), [&](const auto& menu) { return menu->owner == plugin; });
-}
-
 // Takes a menu out of the list, so that its handle is good for nothing from here on.
-std::unique_ptr<Menu> Take(MenuPlace place) {
-  std::unique_ptr<Menu> menu = std::move(*place);
-  gMenus.erase(place);
-  if (menu.get() == gPluginMenu) gPluginMenu = nullptr;
-  return menu;
+std::unique_ptr<Menu> Take(Menu* menu) {
+  VYRAUnlistMenu(menu);
+  if (menu == gPluginMenu) gPluginMenu = nullptr;
+  return std::unique_ptr<Menu>(menu);
 }
 
 Menu* CreateMenu(const char* name, int hostParent, int parentPosition, VYRAMenuHandler_f handler,
@@ -77,65 +69,45 @@ Menu* CreateMenu(const char* name, int hostParent, int parentPosition, VYRAMenuH
   menu->handler = handler;
   menu->owner = gDispatchedPlugin;
   menu->serial = ++gMenusMade;
-  return gMenus.emplace_back(std::move(menu)).get();
+  VYRAListMenu(menu.get());
+  return menu.release();
 }
 
 // A menu leaves the list before the host is told of it: when an exception ends this, it can be called again
 // for the others.
 void DestroyMenusOf(VYRAPluginID plugin) {
-  auto left =
-      std::count_if(gMenus.begin(), gMenus.end(), [&](const auto& menu) { return menu->owner == plugin; });
-  for (auto place = FindMenuOf(plugin); left > 0 && place != gMenus.end();
-       --left, place = FindMenuOf(plugin)) {
-    std::unique_ptr<Menu> menu = Take(place);
+  int left = 0;
+  for (const Menu* menu = VYRAFirstMenuOf(plugin); menu != nullptr; menu = menu->owned.next) ++left;
+  for (; left > 0; --left) {
+    Menu* const first = VYRAFirstMenuOf(plugin);
+    if (first == nullptr) return;
+    std::unique_ptr<Menu> menu = Take(first);
     RemoveAllItems(*menu);
     if (HostDestroysMenus()) {
       gHooks->DestroyMenu(menu->hostMenu);
     } else {
       // Kept: such a host goes on showing the menu, so its record stays as well.
-      gAbandonedMenus.push_back(std::move(menu));
+      gAbandonedMenus.AddFirst(menu.release());
     }
   }
 }
 
-// Only those in the menu "Plugins" go. The others stay, but a later plugin with the same ID is not to count
-// them among its own.
+// Only those in the menu "Plugins" go, the last first.
 void RemoveItemsOf(VYRAPluginID plugin) {
-  int position = gPluginMenu != nullptr ? static_cast<int>(gPluginMenu->items.size()) : 0;
-  while (--position >= 0 && gPluginMenu != nullptr) {
-    const Item* item = ItemAt(*gPluginMenu, position);
-    if (item != nullptr && item->owner == plugin) RemoveItem(*gPluginMenu, position);
+  int left = gPluginMenu != nullptr ? gPluginMenu->CountItemsOf(plugin) : 0;
+  while (left > 0 && gPluginMenu != nullptr) {
+    left = std::min(left, gPluginMenu->CountItemsOf(plugin)) - 1;
+    if (Item* item = gPluginMenu->ItemOf(plugin, left)) RemoveItem(item);
   }
-  for (const auto& menu : gMenus) {
-    for (Item& item : menu->items) {
-      if (item.owner == plugin) item.owner = VYRA_NO_PLUGIN;
-    }
-  }
+  VYRADisownMenuItems(plugin);
 }
 
 }  // namespace
 
-int VYRAItemPluginToGlobal(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int pluginIndex) {
-  int number = 0;
-  for (std::size_t position = 0; position < menu.items.size(); ++position) {
-    if (menu.items[position].owner != plugin) continue;
-    if (number == pluginIndex) return static_cast<int>(position);
-    ++number;
-  }
-  return -1;
-}
-
-int VYRAItemGlobalToPlugin(const VYRAMenuInfo_t& menu, VYRAPluginID plugin, int position) {
-  const auto index = static_cast<std::size_t>(position);
-  if (position < 0 || index >= menu.items.size() || menu.items[index].owner != plugin) return -1;
-  return static_cast<int>(std::count_if(menu.items.begin(), menu.items.begin() + position,
-                                        [&](const Item& item) { return item.owner == plugin; }));
-}
-
 void VYRAInitMenus() {
   const StActAs host(VYRA_HOST_PLUGIN);
   gPluginMenu = nullptr;
-  gMenus.clear();
+  while (Menu* menu = gMenus.First()) Take(menu);
   gPluginMenu = CreateMenu("Plugins", 0, 0, nullptr, nullptr);
 }
 
@@ -150,15 +122,13 @@ VYRAMenuID VYRACreateMenu(const char* name, VYRAMenuID parent, int parentItem, V
   }
   if (parent == nullptr) return CreateMenu(name, 0, parentItem, handler, menuRef);
   if (!Exists(parent)) return nullptr;
-  const int position = VYRAItemPluginToGlobal(*parent, gDispatchedPlugin, parentItem);
+  const int position = PositionOf(parent->ItemOf(gDispatchedPlugin, parentItem));
   return CreateMenu(name, parent->hostMenu, position, handler, menuRef);
 }
 
 void VYRADestroyMenu(VYRAMenuID menu) {
   if (!IsCallersOwn(menu)) return;
-  const auto place =
-      std::find_if(gMenus.begin(), gMenus.end(), [&](const auto& one) { return one.get() == menu; });
-  const std::unique_ptr<Menu> taken = Take(place);
+  const std::unique_ptr<Menu> taken = Take(menu);
   RemoveAllItems(*taken);
   if (HostDestroysMenus()) gHooks->DestroyMenu(taken->hostMenu);
 }
@@ -171,29 +141,27 @@ int VYRAAppendMenuItem(VYRAMenuID menu, const char* name, void* itemRef, int fla
   if (name == nullptr || !Exists(menu)) return -1;
   const std::uint64_t serial = menu->serial;
   const int hostItem =
-      gHooks->AppendMenuItem(menu->hostMenu, static_cast<int>(menu->items.size()), name, flag);
+      gHooks->AppendMenuItem(menu->hostMenu, static_cast<int>(menu->items.Count()), name, flag);
   if (!Exists(menu) || menu->serial != serial) return -1;
-  menu->items.push_back({hostItem, itemRef, VYRA_MENU_NO_CHECK, 1, gDispatchedPlugin});
-  return VYRAItemGlobalToPlugin(*menu, gDispatchedPlugin, static_cast<int>(menu->items.size()) - 1);
+  menu->Append(hostItem, itemRef, gDispatchedPlugin);
+  return menu->CountItemsOf(gDispatchedPlugin) - 1;
 }
 
 int VYRAAppendMenuSeparator(VYRAMenuID menu) { return VYRAAppendMenuItem(menu, "-", nullptr, 0); }
 
 void VYRARemoveMenuItem(VYRAMenuID menu, int index) {
   if (!Exists(menu)) return;
-  const int position = VYRAItemPluginToGlobal(*menu, gDispatchedPlugin, index);
-  if (position < 0) {
-    VYRASendError("VYRARemoveMenuItem was passed an out of range item index.");
+  if (Item* item = CallersItem(menu, index)) {
+    RemoveItem(item);
   } else {
-    RemoveItem(*menu, position);
+    VYRASendError("VYRARemoveMenuItem was passed an out of range item index.");
   }
 }
 
 void VYRASetMenuItemName(VYRAMenuID menu, int index, const char* name, int flag) {
   if (name == nullptr || !Exists(menu)) return;
   // Kept: an item that the plugin does not have goes to the host as -1; what that means is the host's.
-  gHooks->SetMenuItemName(menu->hostMenu, VYRAItemPluginToGlobal(*menu, gDispatchedPlugin, index), name,
-                          flag);
+  gHooks->SetMenuItemName(menu->hostMenu, PositionOf(CallersItem(menu, index)), name, flag);
 }
 
 void VYRACheckMenuItem(VYRAMenuID menu, int index, int check) {
@@ -210,23 +178,20 @@ void VYRAEnableMenuItem(VYRAMenuID menu, int index, int enabled) {
 }
 
 int VYRAHandleMenuItemPick(int hostItem) {
-  for (const auto& menu : gMenus) {
-    const auto item = std::find_if(menu->items.begin(), menu->items.end(),
-                                   [&](const Item& one) { return one.hostItem == hostItem; });
-    if (item == menu->items.end()) continue;
-    if (menu->handler == nullptr || item->enabled == 0) return 0;
-    const StDispatchCallback dispatch(menu->owner, VYRA_CALL_MENU);
-    // Nothing of the menus is touched after the call: its handler may have destroyed them all.
-    if (dispatch()) menu->handler(menu->refcon, item->ref);
-    return 0;
-  }
-  return 1;
+  const Item* item = VYRAFindHostItem(hostItem);
+  if (item == nullptr) return 1;
+  const Menu& menu = *item->menu;
+  if (menu.handler == nullptr || item->enabled == 0) return 0;
+  const StDispatchCallback dispatch(menu.owner, VYRA_CALL_MENU);
+  // Nothing of the menus is touched after the call: its handler may have destroyed them all.
+  if (dispatch()) menu.handler(menu.refcon, item->ref);
+  return 0;
 }
 
 int VYRAHandleMenuItemCheck(int hostMenu, int position, int* outState) {
   if (outState == nullptr) return 1;
-  for (const auto& menu : gMenus) {
-    const Item* item = menu->hostMenu == hostMenu ? ItemAt(*menu, position) : nullptr;
+  for (const Menu* menu = VYRAFirstMenuOfHost(hostMenu); menu != nullptr; menu = menu->sameHostMenu.next) {
+    const Item* item = menu->ItemAt(position);
     if (item == nullptr || item->check < VYRA_MENU_NO_CHECK || item->check > VYRA_MENU_CHECKED) continue;
     *outState = item->check - VYRA_MENU_UNCHECKED;
     return 0;
@@ -235,11 +200,10 @@ int VYRAHandleMenuItemCheck(int hostMenu, int position, int* outState) {
 }
 
 int VYRAHandleMenuItemEnable(int hostMenu, int position) {
-  const auto menu =
-      std::find_if(gMenus.begin(), gMenus.end(), [&](const auto& one) { return one->hostMenu == hostMenu; });
-  const Item* item = menu != gMenus.end() ? ItemAt(**menu, position) : nullptr;
+  const Menu* menu = VYRAFirstMenuOfHost(hostMenu);
+  const Item* item = menu != nullptr ? menu->ItemAt(position) : nullptr;
   if (item == nullptr) return 1;
-  return (*menu)->owner < 0 || VYRARegistryIsEnabled((*menu)->owner) ? item->enabled : 0;
+  return menu->owner < 0 || VYRARegistryIsEnabled(menu->owner) ? item->enabled : 0;
 }
 
 void VYRAMenuCleanupHook(VYRAPluginID plugin) {

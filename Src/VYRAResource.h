@@ -45,16 +45,13 @@ class VYRAResource_t : public VYRAPooled_t<T, VYRAResourceAside<T>> {
 template <class T>
 class VYRAStackedResource_t : public VYRAResource_t<T> {
  public:
-  // Whether the moved anchor hid it from its list.
-  bool is_hidden() const { return hidden; }
-
   // Larger in records that were added later.
   std::uint64_t get_serial() const { return serial; }
 
  private:
   friend class VYRAResourceList<T>;
 
-  bool hidden = false;
+  bool hidden = false;             // from the list, by the moved anchor
   bool isHiddenTail = false;       // the last of a run of records that the moved anchor hid
   bool followsHiddenTail = false;  // a hidden run still leads to this record
   T* nextHiddenTail = nullptr;

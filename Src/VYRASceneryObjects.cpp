@@ -1,25 +1,43 @@
 #include "VYRASceneryObjects.h"
 
-#include <algorithm>
 #include <memory>
 
 #include "VYRAHostServices.h"
+#include "VYRAKeyedRecords.h"
 #include "VYRALoaderDeliveries.h"
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
+#include "VYRANeverDestroyed.h"
+#include "VYRAOwnedRecords.h"
 #include "VYRASceneryProbes.h"
 
-std::map<VYRAPluginID, std::vector<VYRAObjectRef>> gObjects;
-
 namespace {
+
+// Every load: those of a plugin, and those of one object by a plugin, in the order of loading.
+VYRANeverDestroyed<VYRAOwnedRecords<VYRALoadedObject, &VYRALoadedObject::owned>> gLoadsOf;
+VYRANeverDestroyed<VYRAKeyedRecords<VYRALoadedObject, &VYRALoadedObject::Key, &VYRALoadedObject::alike>>
+    gLoads;
+
+void NoteLoad(VYRAPluginID plugin, VYRAObjectRef object) {
+  if (object == nullptr) return;
+  auto* load = new VYRALoadedObject(plugin, object);
+  gLoadsOf->AddLast(plugin, load);
+  gLoads->AddLast(load);
+}
+
+// Forgets a load; its object is still loaded.
+VYRAObjectRef Forget(VYRALoadedObject* load) {
+  const std::unique_ptr<VYRALoadedObject> forgotten(load);
+  gLoadsOf->Remove(load->owner, load);
+  gLoads->Remove(load);
+  return load->object;
+}
 
 // Notes a load when its callback has ended, also when that threw: nobody else would release the object.
 class StNoteLoad {
  public:
   StNoteLoad(int owningPlugin, VYRAObjectRef loadedObject) : plugin(owningPlugin), object(loadedObject) {}
-  ~StNoteLoad() {
-    if (object != nullptr) gObjects[plugin].push_back(object);
-  }
+  ~StNoteLoad() { NoteLoad(plugin, object); }
   StNoteLoad(const StNoteLoad&) = delete;
   StNoteLoad& operator=(const StNoteLoad&) = delete;
 
@@ -28,13 +46,13 @@ class StNoteLoad {
   VYRAObjectRef object;
 };
 
-bool CallerOwns(VYRAObjectRef object) {
-  const auto owned = gObjects.find(VYRAGetDispatchedPlugin());
-  return owned != gObjects.end() && std::ranges::find(owned->second, object) != owned->second.end();
+// The first of the calling plugin's loads of an object, or null.
+VYRALoadedObject* CallersLoad(VYRAObjectRef object) {
+  return gLoads->First({VYRAGetDispatchedPlugin(), object});
 }
 
 bool MayDraw(VYRAObjectRef object, int count, const VYRADrawInfo* locations) {
-  if (!CallerOwns(object)) {
+  if (CallersLoad(object) == nullptr) {
     VYRASendError("Illegal object, or object not owned by this plugin.");
     return false;
   }
@@ -51,7 +69,7 @@ bool MayDraw(VYRAObjectRef object, int count, const VYRADrawInfo* locations) {
 VYRAObjectRef VYRALoadObject(const char* path) {
   if (path == nullptr) return nullptr;
   const VYRAObjectRef object = gHooks->LoadObject(path);
-  if (object != nullptr) gObjects[VYRAGetDispatchedPlugin()].push_back(object);
+  NoteLoad(VYRAGetDispatchedPlugin(), object);
   return object;
 }
 
@@ -98,14 +116,12 @@ void VYRADrawObjects(VYRAObjectRef object, int count, const VYRADrawInfo* locati
 }
 
 void VYRAUnloadObject(VYRAObjectRef object) {
-  std::vector<VYRAObjectRef>& owned = gObjects[VYRAGetDispatchedPlugin()];
-  const auto found = std::ranges::find(owned, object);
-  if (found == owned.end()) {
+  VYRALoadedObject* load = CallersLoad(object);
+  if (load == nullptr) {
     VYRASendError("Unknown object for VYRAUnloadObject");
     return;
   }
-  owned.erase(found);
-  gHooks->UnloadObject(object);
+  gHooks->UnloadObject(Forget(load));
 }
 
 int VYRALookupObjects(const char* path, float latitude, float longitude, VYRALibraryEnumerator_f enumerator,
@@ -120,10 +136,15 @@ void VYRASceneryCleanupHook(VYRAPluginID plugin) {
   VYRASceneryDestroyProbesOf(plugin);
   // Each leaves the list before the host is told of it: releasing it may lead to calls that load and unload
   // more, and when an exception ends this, it can be called again for the others.
-  std::vector<VYRAObjectRef>& owned = gObjects[plugin];
-  for (std::size_t left = owned.size(); left > 0 && !owned.empty(); --left) {
-    const VYRAObjectRef object = owned.front();
-    owned.erase(owned.begin());
-    gHooks->UnloadObject(object);
+  for (std::size_t left = VYRACountLoadedObjects(plugin); left > 0; --left) {
+    VYRALoadedObject* load = gLoadsOf->First(plugin);
+    if (load == nullptr) return;
+    gHooks->UnloadObject(Forget(load));
   }
+}
+
+std::size_t VYRACountLoadedObjects(VYRAPluginID plugin) {
+  std::size_t count = 0;
+  for (auto* load = gLoadsOf->First(plugin); load != nullptr; load = load->owned.next) ++count;
+  return count;
 }

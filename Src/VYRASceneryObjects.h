@@ -1,14 +1,28 @@
 // Scenery objects: which plugin loaded which, and loads that are under way.
 #pragma once
 
-#include <map>
-#include <vector>
+#include <cstddef>
+#include <tuple>
 
+#include "VYRAChain.h"
 #include "VYRALoaderDeliveryList.h"
+#include "VYRARecordPool.h"
 #include "VYRAScenery.h"
 
-// The objects of each plugin in the order of loading, each as often as it was loaded.
-extern std::map<VYRAPluginID, std::vector<VYRAObjectRef>> gObjects;
+// One load of an object. An object that a plugin loads several times has as many.
+struct VYRALoadedObject : VYRAPooled_t<VYRALoadedObject> {
+  VYRALoadedObject(VYRAPluginID plugin, VYRAObjectRef loaded) : owner(plugin), object(loaded) {}
+
+  auto Key() const { return std::tuple(owner, object); }
+
+  VYRAPluginID owner;
+  VYRAObjectRef object;
+  VYRALinks<VYRALoadedObject> owned;
+  VYRALinks<VYRALoadedObject> alike;
+};
+
+// How many loads a plugin has not unloaded.
+std::size_t VYRACountLoadedObjects(VYRAPluginID plugin);
 
 // An asynchronous load on its way to the plugin that asked for it.
 class VYRAObjectCompletion_t final : public VYRADelivery {

@@ -2,11 +2,14 @@
 
 #include "VYRAHostServices.h"
 #include "VYRALoaderDispatch.h"
+#include "VYRANeverDestroyed.h"
+#include "VYRAOwnedRecords.h"
 
-std::set<std::unique_ptr<VYRAProbe_t>, VYRAProbeOrder> gProbes;
 std::set<int> gFreeProbes;
 
 namespace {
+
+VYRANeverDestroyed<VYRAOwnedRecords<VYRAProbe_t, &VYRAProbe_t::owned>> gProbesOf;
 
 int TakeHostProbe() {
   if (gFreeProbes.empty()) return gHooks->CreateProbe();
@@ -18,20 +21,20 @@ int TakeHostProbe() {
 VYRAProbeRef VYRACreateProbe(int type) {
   const VYRAPluginID plugin = VYRAGetDispatchedPlugin();
   const int hostIndex = TakeHostProbe();
-  const auto probe =
-      gProbes.insert(std::make_unique<VYRAProbe_t>(VYRAProbe_t{{}, plugin, type, hostIndex})).first;
-  return probe->get();
+  auto* probe = new VYRAProbe_t(plugin, type, hostIndex);
+  gProbesOf->AddFirst(plugin, probe);
+  return probe;
 }
 
 void VYRADestroyProbe(VYRAProbeRef probe) {
-  const auto found = gProbes.find(probe);
-  if (found == gProbes.end()) return;
-  gFreeProbes.insert((*found)->hostIndex);
-  gProbes.erase(found);
+  if (!VYRAProbe_t::Pool::Holds(probe)) return;
+  gFreeProbes.insert(probe->hostIndex);
+  gProbesOf->Remove(probe->owner, probe);
+  delete probe;
 }
 
 int VYRAProbeTerrainXYZ(VYRAProbeRef probe, float x, float y, float z, VYRAProbeInfo* outInfo) {
-  if (!gProbes.contains(probe) || probe->type != VYRA_PROBE_VERTICAL) return VYRA_PROBE_ERROR;
+  if (!VYRAProbe_t::Pool::Holds(probe) || probe->type != VYRA_PROBE_VERTICAL) return VYRA_PROBE_ERROR;
   if (outInfo == nullptr || outInfo->size != sizeof(VYRAProbeInfo)) return VYRA_PROBE_ERROR;
   const float point[] = {x, y, z};
   const int hit = gHooks->ProbeTerrainXYZ(probe->hostIndex, point, outInfo->location, outInfo->normal,
@@ -40,9 +43,5 @@ int VYRAProbeTerrainXYZ(VYRAProbeRef probe, float x, float y, float z, VYRAProbe
 }
 
 void VYRASceneryDestroyProbesOf(VYRAPluginID plugin) {
-  std::erase_if(gProbes, [&](const auto& probe) {
-    if (probe->owner != plugin) return false;
-    gFreeProbes.insert(probe->hostIndex);
-    return true;
-  });
+  while (VYRAProbe_t* probe = gProbesOf->First(plugin)) VYRADestroyProbe(probe);
 }

@@ -3,6 +3,7 @@
 // what is asked most is answered without a look at the slot either.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -36,9 +37,13 @@ class VYRASlotIndex {
     Block* block = nullptr;
     std::size_t number = 0;
 
-    const Slot* First() const { return reinterpret_cast<const Slot*>(block->Begin()); }
+    const Slot* First() const {
+      assert(block != nullptr);
+      return reinterpret_cast<const Slot*>(block->Begin());
+    }
     bool IsMarked() const { return block != nullptr && (block->marks >> number & 1U) != 0; }
     void Mark(bool marked) const {
+      assert(block != nullptr);
       const std::uint64_t bit = std::uint64_t{1} << number;
       block->marks = marked ? block->marks | bit : block->marks & ~bit;
     }

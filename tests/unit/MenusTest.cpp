@@ -38,6 +38,12 @@ class Menus : public PluginFixture {
     return state;
   }
 
+  static int CountMenus() {
+    int count = 0;
+    for (const VYRAMenuInfo_t* menu = gMenus.First(); menu != nullptr; menu = menu->listed.next) ++count;
+    return count;
+  }
+
   static inline int nextMenu = 101, nextItem = 1000;
 };
 
@@ -55,7 +61,7 @@ TEST_F(Menus, TopLevelMenuHangsFromAnItemOfThePluginsMenuAndOthersFromTheirParen
             (Lines{"AppendMenuItem(100|0|x|0)", "AppendMenuItem(100|1|Fuel|1)", "CreateMenu(100|1|Fuel)",
                    "AppendMenuItem(101|0|-|0)", "AppendMenuItem(101|1|Tanks|5)", "CreateMenu(101|1|Tanks)",
                    "CreateMenu(101|-1|None)", "CreateMenu(0|0|Plugins)"}));
-  EXPECT_EQ(gMenus.size(), 1U) << "a second start knows no menu of the first";
+  EXPECT_EQ(CountMenus(), 1) << "a second start knows no menu of the first";
 }
 
 TEST_F(Menus, PluginsCountTheirOwnItemsAndTheHostCountsAll) {
@@ -103,10 +109,27 @@ TEST_F(Menus, PickReachesTheMenusHandlerAsItsCreatorWhileBothAreEnabled) {
   EXPECT_EQ(trace, Lines(2, "picked x1"));
 }
 
+TEST_F(Menus, OfItemsWithOneNumberOfTheHostTheFirstOfTheEarliestMenuIsPicked) {
+  const VYRAMenuHandler_f note = [](void*, void* item) { trace.emplace_back(static_cast<char*>(item)); };
+  const VYRAMenuID early = Create(1, note);
+  const VYRAMenuID late = Create(1, note);
+  for (const auto& [menu, name] : {std::pair{late, "late"}, {early, "first"}, {early, "second"}}) {
+    nextItem = 5;
+    Append(1, menu, name);
+  }
+  VYRAHandleMenuItemPick(5);
+  RunAs(1, [&] { VYRARemoveMenuItem(early, 0); });
+  VYRAHandleMenuItemPick(5);
+  Destroy(1, early);
+  VYRAHandleMenuItemPick(5);
+  EXPECT_EQ(trace, (Lines{"first", "second", "late"}));
+}
+
 TEST_F(Menus, CheckMarksAreAnsweredOneLowerAndOddOnesNotAtAll) {
-  Append(1, Create(1), "x");
+  const VYRAMenuID menu = Create(1);
+  Append(1, menu, "x");
   for (const auto& [check, answer] : {std::pair{0, -1}, {1, 0}, {2, 1}, {3, 77}, {-1, 77}}) {
-    gMenus.back()->items[0].check = check;
+    menu->ItemAt(0)->check = check;
     EXPECT_EQ(Checked(0), answer);
   }
 }
@@ -124,7 +147,7 @@ TEST_F(Menus, OnlyTheCreatorClearsAndDestroysAndTheHostKeepsBlankEntries) {
   EXPECT_EQ(gHost.calls,
             (Lines{"SetMenuItemName(101|0||0)", "SetMenuItemName(101|1||0)", "DestroyMenu(101)"}));
   EXPECT_EQ(PickLatest(), 1);
-  EXPECT_EQ(VYRAFindPluginsMenu()->items.size(), 1U) << "the item that it hung from stays";
+  EXPECT_EQ(VYRAFindPluginsMenu()->items.Count(), 1U) << "the item that it hung from stays";
 }
 
 TEST_F(Menus, HandlesIndicesAndNamesThatFitNothingChangeNothing) {
@@ -175,9 +198,9 @@ TEST_F(Menus, DepartingPluginTakesItsMenusAndItsItemsOfThePluginsMenu) {
   VYRAMenuCleanupHook(1);
   EXPECT_EQ(gHost.calls, (Lines{"SetMenuItemName(102|0||0)", "DestroyMenu(102)", "RemoveMenuItem(100,3)",
                                 "RemoveMenuItem(100,1)"}));
-  EXPECT_EQ(gMenus.size(), 2U);
-  EXPECT_EQ(VYRAFindPluginsMenu()->items.size(), 2U);
-  EXPECT_EQ(others->items.size(), 1U);
+  EXPECT_EQ(CountMenus(), 2);
+  EXPECT_EQ(VYRAFindPluginsMenu()->items.Count(), 2U);
+  EXPECT_EQ(others->items.Count(), 1U);
   EXPECT_EQ(Append(1, others, "of a later plugin with the same ID"), 0);
 }
 
@@ -203,7 +226,7 @@ TEST_F(Menus, HandlerMayThrowAndMayDestroyItsMenuAndLeave) {
   EXPECT_EQ(VYRAGetMyID(), VYRA_HOST_PLUGIN);
   Append(1, menu, "leaves");
   EXPECT_EQ(PickLatest(), 0);
-  EXPECT_EQ(gMenus.size(), 1U);
+  EXPECT_EQ(CountMenus(), 1);
 }
 
 TEST_F(Menus, HostMayDestroyTheMenuThatItIsToldOf) {
@@ -239,7 +262,7 @@ TEST_F(Menus, ItemOfAMenuThatTheHostDestroysMeanwhileDoesNotGoToTheNextMenu) {
     return 1;
   };
   EXPECT_EQ(Append(1, menu, "x"), -1);
-  EXPECT_TRUE(next->items.empty());
+  EXPECT_EQ(next->items.Count(), 0U);
 }
 
 TEST_F(Menus, HandleOfADestroyedMenuIsNotThatOfTheNext) {
@@ -257,7 +280,7 @@ TEST_F(Menus, DepartureThatAServiceEndsByAnExceptionGoesOnWithTheNextMenu) {
   EXPECT_THROW(VYRAMenuCleanupHook(1), int);
   VYRAMenuCleanupHook(1);
   EXPECT_EQ(destroyed, 3);
-  EXPECT_EQ(gMenus.size(), 1U);
+  EXPECT_EQ(CountMenus(), 1);
 }
 
 }  // namespace
