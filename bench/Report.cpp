@@ -7,6 +7,7 @@
 #include <ctime>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <stdexcept>
 #include <thread>
 
@@ -101,16 +102,19 @@ std::string MakeGrowthTable(const Machine& machine, const Session& session,
   table += "\n|---|---|";
   for (std::size_t i = 1; i < 2 * sizes.size(); ++i) table += "--:|";
   table += "\n";
+  std::set<std::pair<std::string, std::string>> shown;
   for (const Result& result : session.Results()) {
-    if (result.size != sizes.front()) continue;
-    std::vector<double> costs;
-    for (const std::size_t size : sizes) {
-      const Result* one = session.Find(result.measure, size, result.contender);
-      costs.push_back(one != nullptr ? one->Median() : 0);
-    }
+    if (!shown.emplace(result.measure, result.contender).second) continue;
+    std::vector<const Result*> found;
+    for (const std::size_t size : sizes)
+      found.push_back(session.Find(result.measure, size, result.contender));
     table += fmt::format("| {} | {} |", result.measure, result.contender);
-    for (const double cost : costs) table += fmt::format(" {:.0f} ns |", cost);
-    for (std::size_t i = 1; i < costs.size(); ++i) table += fmt::format(" {:.2f} |", costs[i] / costs[i - 1]);
+    for (const Result* one : found)
+      table += one != nullptr ? fmt::format(" {:.0f} ns |", one->Median()) : " |";
+    for (std::size_t i = 1; i < found.size(); ++i) {
+      const bool both = found[i] != nullptr && found[i - 1] != nullptr;
+      table += both ? fmt::format(" {:.2f} |", found[i]->Median() / found[i - 1]->Median()) : " |";
+    }
     table += "\n";
   }
   return table;
