@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "host/PluginChoice.h"
 #include "report/CostOptions.h"
+#include "report/LastEnd.h"
 #include "view/PictureOptions.h"
 
 namespace sim {
@@ -32,6 +34,7 @@ struct FlightOptions {
   bool wantsCore = false;          // a flight that crashes leaves a core file
   bool keepsModules = false;       // plugins' modules stay in memory when they are closed at the end
   std::function<void()> atTheEnd;  // called after the last frame, while the plugins are still there
+  std::optional<LastEnd> lastEnd;  // in a window the user is asked whether to leave that plugin out
   std::string stateFolder;         // where a bad end is remembered; empty: nowhere
 };
 

@@ -8,11 +8,10 @@
 #include <string_view>
 #include <vector>
 
+#include "view/Screen.h"
+
 namespace sim {
 namespace {
-
-constexpr int kSmallestSide = 16;
-constexpr int kLargestSide = 8'192;
 
 std::optional<int> WholeNumber(std::string_view text) {
   int number = 0;
@@ -21,7 +20,9 @@ std::optional<int> WholeNumber(std::string_view text) {
   return number;
 }
 
-bool IsSide(std::optional<int> side) { return side && *side >= kSmallestSide && *side <= kLargestSide; }
+bool IsSide(std::optional<int> side) {
+  return side && *side >= Screen::kSmallestSide && *side <= Screen::kLargestSide;
+}
 
 void ReadSize(const std::string& text, PictureOptions& options) {
   const std::size_t cross = text.find('x');

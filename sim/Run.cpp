@@ -36,6 +36,19 @@ constexpr std::size_t kPathBuffer = 512;  // as the library reads the system pat
 constexpr std::size_t kFileNameRoom = 32;
 constexpr double kWindowRate = 60.0;
 constexpr int kExitStartsOver = 4;  // of a flight's process
+constexpr int kExitNotFlown = 5;    // likewise
+
+int ExitCodeOf(FlightOutcome outcome) {
+  switch (outcome) {
+    case FlightOutcome::Ended:
+      break;
+    case FlightOutcome::StartsOver:
+      return kExitStartsOver;
+    case FlightOutcome::NotFlown:
+      return kExitNotFlown;
+  }
+  return kExitPassed;
+}
 
 std::string NormalSystemPath(const std::string& folder) {
   if (!std::filesystem::is_directory(folder)) throw InputError("there is no simulator folder " + folder);
@@ -79,7 +92,7 @@ FlightEnd FlySupervised(const FlightOptions& options, Flight& flight, Log& log, 
   const auto fly = [&](int lines) {
     try {
       TellEventsTo(lines);
-      return Fly(options, std::move(flight), log, costs) ? kExitStartsOver : kExitPassed;
+      return ExitCodeOf(Fly(options, std::move(flight), log, costs));
     } catch (const std::exception& error) {
       fmt::print(stderr, "vyra-sim: {}\n", error.what());
       return kExitWrongInput;
@@ -89,7 +102,7 @@ FlightEnd FlySupervised(const FlightOptions& options, Flight& flight, Log& log, 
   FlightEnd end = Supervise({Seconds(options.stallLimit), options.wantsCore}, fly, takeLine);
   if (end.badEnd) costs.CutShort(end.noticed);
   if (end.badEnd && end.signal != SIGPIPE) EnterBadEnd(*end.badEnd, report);
-  if (end.exitCode != kExitPassed && end.exitCode != kExitStartsOver)
+  if (end.exitCode != kExitPassed && end.exitCode != kExitStartsOver && end.exitCode != kExitNotFlown)
     report.otherFailures.push_back(fmt::format("the flight's process ended with exit code {}", end.exitCode));
   return end;
 }
@@ -108,18 +121,26 @@ void Conclude(const FlightOptions& options, const CostRecord& costs, Report& rep
 }
 
 // In this process. A plugin that exits it is told of on the way out.
-void FlyUnsupervised(const FlightOptions& options, Flight& flight, Log& log, CostRecord& costs,
-                     Report& report) {
+FlightEnd FlyUnsupervised(const FlightOptions& options, Flight& flight, Log& log, CostRecord& costs,
+                          Report& report) {
   static const FlightOptions* theOptions = &options;
   static CostRecord* theCosts = &costs;
   static Report* theReport = &report;
   TellEventsTo(report);
-  FlyHere([&] { Fly(options, std::move(flight), log, costs); },
+  FlightEnd flightEnd;
+  FlyHere([&] { flightEnd.exitCode = ExitCodeOf(Fly(options, std::move(flight), log, costs)); },
           [](const BadEnd& end) {
             theCosts->CutShort(ReadClock());
             EnterBadEnd(end, *theReport);
             Conclude(*theOptions, *theCosts, *theReport);
           });
+  return flightEnd;
+}
+
+// Nothing was flown, so what ended the flight before is still to be told next time.
+int Leave(const FlightOptions& options) {
+  RememberAgain(options.stateFolder, gWorld.systemPath, *options.lastEnd);
+  return kExitPassed;
 }
 
 }  // namespace
@@ -144,7 +165,7 @@ void CompleteFromFlightFile(FlightOptions& options) {
     throw InputError(fmt::format("--{0} is needed, or \"{0}\" in a flight file", missing));
 }
 
-int Run(const FlightOptions& options) {
+int Run(FlightOptions options) {
   gWorld.systemPath = NormalSystemPath(options.systemPath);
   gScreen.Resize(options.pictures.width, options.pictures.height);
   FontOf(0);  // a font that is missing is told of now
@@ -164,8 +185,9 @@ int Run(const FlightOptions& options) {
   if (options.onChange == OnChange::StartOver && !isSupervised)
     throw InputError("--watch=restart needs a process for each flight: not --no-supervisor, and no debugger");
 
-  if (const std::optional<LastEnd> last = TakeLastEnd(options.stateFolder, gWorld.systemPath))
-    fmt::print("{:<12}{}\n", "before", DescribeLastEnd(*last, gWorld.systemPath));
+  options.lastEnd = TakeLastEnd(options.stateFolder, gWorld.systemPath);
+  if (options.lastEnd)
+    fmt::print("{:<12}{}\n", "before", DescribeLastEnd(*options.lastEnd, gWorld.systemPath));
 
   std::optional<CostRecord> costs;
   Report report;
@@ -176,7 +198,9 @@ int Run(const FlightOptions& options) {
     if (isSupervised)
       end = FlySupervised(options, flight, log, *costs, report);
     else
-      FlyUnsupervised(options, flight, log, *costs, report);
+      end = FlyUnsupervised(options, flight, log, *costs, report);
+    if (end.exitCode == kExitNotFlown) return Leave(options);
+    options.lastEnd.reset();  // the user is asked once
   } while (end.exitCode == kExitStartsOver);
   if (end.signal == SIGPIPE) DieOf(SIGPIPE);                    // nobody reads any more
   if (end.exitCode == kExitWrongInput) return kExitWrongInput;  // which the flight has told of

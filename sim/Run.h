@@ -10,6 +10,6 @@ namespace sim {
 void CompleteFromFlightFile(FlightOptions& options);
 
 // The exit code of the process (report/Report.h). Throws InputError.
-int Run(const FlightOptions& options);
+int Run(FlightOptions options);
 
 }  // namespace sim

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstring>
 #include <optional>
+#include <span>
 #include <string>
 #include <thread>
 #include <utility>
@@ -43,8 +44,10 @@
 #include "supervise/EndRequest.h"
 #include "supervise/KeptModules.h"
 #include "supervise/ThrowNotes.h"
+#include "window/Dialogs.h"
 #include "window/FlightWindow.h"
 #include "window/UserActions.h"
+#include "window/WindowTimes.h"
 #include "world/World.h"
 
 namespace sim {
@@ -129,23 +132,33 @@ void EnterSpeed(Nanoseconds wallTime, double rate, FlightTotals& totals) {
   totals.libraryShare = static_cast<double>(gHookTimes.inLibrary) / static_cast<double>(gHookTimes.inFrames);
 }
 
+void EnterShownFrames(Nanoseconds wallTime, FlightTotals& totals) {
+  totals.shownFrames = gWindowTimes.shownFrames;
+  totals.shownPerSecond =
+      totals.shownFrames / (static_cast<double>(std::max<Nanoseconds>(wallTime, 1)) / 1e9);
+}
+
 void RunFrames(const FlightOptions& options, FlightUnderWay& flight) {
   const auto start = std::chrono::steady_clock::now();
-  for (int frame = 1; frame <= options.frames; ++frame) {
+  int frame = 1;
+  for (; frame <= options.frames; ++frame) {
     if (const int signal = EndRequestedBy(); signal != 0) {
       flight.narrator.Tell(frame, fmt::format("SIG{} asks for the end of the flight", sigabbrev_np(signal)));
       return;
     }
     if (!TakeChanges(frame, options.onChange, flight)) return;
-    if (flight.window != nullptr && !flight.window->TakeInput()) return;
+    if (flight.window != nullptr && !flight.window->BeginFrame()) {
+      flight.narrator.Tell(frame, "the window was closed");
+      break;
+    }
     RunFrame(frame, options.rate, flight);
-    if (flight.window != nullptr) flight.window->Present();
+    if (flight.window != nullptr) flight.window->EndFrame();
     flight.narrator.ShowProgress(frame, options.frames);
-    if (options.realTime || options.hasWindow)
+    if (options.realTime && flight.window == nullptr)
       std::this_thread::sleep_until(start + std::chrono::duration<double>(frame / options.rate));
   }
   flight.narrator.ClearProgress();
-  flight.runner.EndSteps(options.frames);
+  flight.runner.EndSteps(frame - 1);
   flight.runner.CheckExpectations(kAtEnd);
 }
 
@@ -185,7 +198,9 @@ void FlyToTheEnd(const FlightOptions& options, FlightUnderWay& flight) {
     RunFrames(options, flight);
     if (options.atTheEnd) options.atTheEnd();
   });
-  EnterSpeed(ReadClock() - begin, options.rate, flight.totals);
+  const Nanoseconds wallTime = ReadClock() - begin;
+  EnterSpeed(wallTime, options.rate, flight.totals);
+  if (flight.window != nullptr) EnterShownFrames(wallTime, flight.totals);
   EndReload();
   TellPluginStates();
   flight.totals.passes = VYRAGetCycleNumber();
@@ -203,9 +218,43 @@ bool WantsOpenGl(const PictureOptions& pictures) {
   return pictures.wantsContext || !pictures.requests.empty() || gFlightWantsPictures;
 }
 
+// ---- The window -----------------------------------------------------------------------------------------
+
+// What the library says is shown for as long as this lasts. A message waits for the user who asked for a
+// reload; a flight file and a module that changed ask without one.
+class StUserDisplay {
+ public:
+  StUserDisplay(FlightWindow& window, const FlightOptions& options, const FlightUnderWay& flight) {
+    gUserDisplay.showStatus = [&window](const std::string& text) { ShowStatus(window, text); };
+    gUserDisplay.showMessage = [&](std::span<const std::string> lines) {
+      ShowMessage(window, lines, options.flightFile.empty() && flight.whyReloaded.empty());
+    };
+  }
+  ~StUserDisplay() { gUserDisplay = {}; }
+  StUserDisplay(const StUserDisplay&) = delete;
+  StUserDisplay& operator=(const StUserDisplay&) = delete;
+};
+
+// The plugins to fly with, where the user may leave out the one that ended the last flight. None when there
+// is to be no flight.
+std::optional<PluginChoice> ChoosePlugins(const FlightOptions& options, FlightWindow* window) {
+  PluginChoice choice = options.plugins;
+  if (window == nullptr || !options.lastEnd) return choice;
+  switch (AskAboutLastEnd(*window, *options.lastEnd)) {
+    case LastEndChoice::Leave:
+      return std::nullopt;
+    case LastEndChoice::FlyWithout:
+      choice.skip.push_back(PatternOf(*options.lastEnd, gWorld.systemPath));
+      break;
+    case LastEndChoice::FlyWithAll:
+      break;
+  }
+  return choice;
+}
+
 }  // namespace
 
-bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs) {
+FlightOutcome Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs) {
   gLog = &log;
   // On the terminal, progress between lines of the log would tear both.
   Narrator narrator(!options.logFile.empty());
@@ -222,13 +271,17 @@ bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   for (const std::string& problem : gWorld.Open(gWorld.systemPath))
     log.Write(fmt::format("Failed: {}\n", problem));
   RegisterSimulatorDataRefs();
-  FlyWith(options.plugins);
   {
     std::optional<FlightWindow> window;
+    std::optional<StUserDisplay> display;
     if (options.hasWindow) {
-      flight.window = &window.emplace(options.stateFolder);
+      flight.window = &window.emplace(options.rate, options.stateFolder);
+      display.emplace(*window, options, flight);
       BeginUserActions({gWorld.systemPath, options.frames, options.rate});
     }
+    const std::optional<PluginChoice> choice = ChoosePlugins(options, flight.window);
+    if (!choice) return FlightOutcome::NotFlown;
+    FlyWith(*choice);
     std::optional<Pictures> pictures;
     if (window || WantsOpenGl(options.pictures)) pictures.emplace(options.pictures, options.hasWindow);
     FlyToTheEnd(options, flight);
@@ -239,7 +292,7 @@ bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs)
   EnterPassTimes(flight.totals, flight.passes);
   if (!log.Close()) TellEvent(FlightFailed{"not all of the log could be written to " + options.logFile});
   TellEvent(FlightEnded{flight.totals});
-  return flight.startsOver;
+  return flight.startsOver ? FlightOutcome::StartsOver : FlightOutcome::Ended;
 }
 
 }  // namespace sim

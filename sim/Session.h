@@ -9,8 +9,14 @@ namespace sim {
 class CostRecord;
 class Log;
 
+enum class FlightOutcome {
+  Ended,
+  StartsOver,  // in another process
+  NotFlown     // as the user wants it
+};
+
 // Flies once per process, over gWorld, whose system path is set. Whatever plugins do is an event, and none of
-// it is thrown. Returns whether the flight is to start over, in another process.
-bool Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs);
+// it is thrown.
+FlightOutcome Fly(const FlightOptions& options, Flight plan, Log& log, CostRecord& costs);
 
 }  // namespace sim

@@ -16,20 +16,28 @@ namespace {
 constexpr double kNearest = 5.0;  // metres
 constexpr double kFarthest = 2'000.0;
 constexpr double kHeightPerDistance = 0.27;
-constexpr float kPitch = -8.0F;  // degrees: the aircraft stands below the middle, and the horizon above it
+constexpr double kPitch = -8.0;    // degrees: the aircraft stands below the middle, and the horizon above it
+constexpr double kLowest = -20.0;  // degrees below where the camera is at first
+constexpr double kHighest = 70.0;
 
-double gDistance = 30.0;  // metres behind the aircraft
+double gDistance = 30.0;    // metres behind the aircraft
+double gTurnedRight = 0.0;  // degrees
+double gTurnedUp = 0.0;
 VYRACameraPosition gCamera{.x = 0, .y = 0, .z = 0, .pitch = 0, .heading = 0, .roll = 0, .zoom = 1};
 bool gPluginHasCamera = false;
 
 VYRACameraPosition ChaseCamera() {
   const world::Vector place = gWorld.localFrame.ToLocal(gWorld.aircraft.motion.place);
-  const double heading = gWorld.aircraft.Angles().heading;
+  const double heading = gWorld.aircraft.Angles().heading + gTurnedRight;
   const double track = world::ToRadians(heading);
-  return {.x = static_cast<float>(place.x - gDistance * std::sin(track)),
-          .y = static_cast<float>(place.y + kHeightPerDistance * gDistance),
-          .z = static_cast<float>(place.z + gDistance * std::cos(track)),
-          .pitch = kPitch,
+  // On a circle through where it is at first.
+  const double higher = world::ToRadians(gTurnedUp);
+  const double behind = gDistance * (std::cos(higher) - kHeightPerDistance * std::sin(higher));
+  const double above = gDistance * (std::sin(higher) + kHeightPerDistance * std::cos(higher));
+  return {.x = static_cast<float>(place.x - behind * std::sin(track)),
+          .y = static_cast<float>(place.y + above),
+          .z = static_cast<float>(place.z + behind * std::cos(track)),
+          .pitch = static_cast<float>(kPitch - gTurnedUp),
           .heading = static_cast<float>(heading),
           .roll = 0.0F,
           .zoom = 1.0F};
@@ -67,6 +75,13 @@ void AskCamera() {
 }
 
 void MoveChaseCamera(double factor) { gDistance = std::clamp(gDistance * factor, kNearest, kFarthest); }
+
+void TurnChaseCamera(double right, double higher) {
+  gTurnedRight = std::remainder(gTurnedRight + right, 360.0);
+  gTurnedUp = std::clamp(gTurnedUp + higher, kLowest, kHighest);
+}
+
+void TurnChaseCameraBack() { gTurnedRight = gTurnedUp = 0.0; }
 
 bool PluginHasCamera() { return gPluginHasCamera; }
 

@@ -14,6 +14,10 @@ void AskCamera();
 // Takes the simulator's own camera nearer to the aircraft, or farther away.
 void MoveChaseCamera(double factor);
 
+// Turns it around the aircraft: to the right, and higher, in degrees; and back to behind it.
+void TurnChaseCamera(double right, double higher);
+void TurnChaseCameraBack();
+
 bool PluginHasCamera();
 const VYRACameraPosition& Camera();
 

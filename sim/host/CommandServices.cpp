@@ -2,7 +2,9 @@
 // user or a plugin, makes no difference.
 #include "host/CommandServices.h"
 
+#include <algorithm>
 #include <map>
+#include <optional>
 #include <unordered_set>
 
 #include "host/FlightBoard.h"
@@ -37,10 +39,16 @@ std::unordered_set<const void*> gReferences;
 
 struct HeldCommand {
   VYRACommandRef command;
-  int passesLeft;
+  std::optional<int> passesLeft;  // none for one that is held until it is let go
 };
 
 std::vector<HeldCommand> gHeldCommands;
+
+auto FindHeldUntilLetGo(VYRACommandRef command) {
+  return std::ranges::find_if(gHeldCommands, [command](const HeldCommand& held) {
+    return held.command == command && !held.passesLeft;
+  });
+}
 
 VYRACommandRef Find(const char* name, const char* description, int create) {
   if (name == nullptr) return nullptr;
@@ -109,11 +117,24 @@ std::string HoldCommand(const std::string& name, int passes) {
   return "";
 }
 
+void HoldUntilLetGo(VYRACommandRef command) {
+  if (FindHeldUntilLetGo(command) != gHeldCommands.end()) return;
+  gHeldCommands.push_back({command, std::nullopt});
+  BeginCommand(command);
+}
+
+void LetGo(VYRACommandRef command) {
+  const auto held = FindHeldUntilLetGo(command);
+  if (held == gHeldCommands.end()) return;
+  gHeldCommands.erase(held);
+  EndCommand(command);
+}
+
 void ContinueHeldCommands() {
   for (HeldCommand& held : gHeldCommands) {
     ++gActivity.commandPasses;
     ContinueCommand(held.command);
-    if (--held.passesLeft == 0) EndCommand(held.command);
+    if (held.passesLeft && --*held.passesLeft == 0) EndCommand(held.command);
   }
   std::erase_if(gHeldCommands, [](const HeldCommand& held) { return held.passesLeft == 0; });
 }

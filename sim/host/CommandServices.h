@@ -36,6 +36,11 @@ void EndCommand(VYRACommandRef command);
 // it was not pressed.
 std::string HoldCommand(const std::string& name, int passes);
 
+// Presses a command, which is then continued in each pass until it is let go. One that is held so already, or
+// is not, is left as it is.
+void HoldUntilLetGo(VYRACommandRef command);
+void LetGo(VYRACommandRef command);
+
 // The pass of a frame: what is held is continued, and released when its passes are over.
 void ContinueHeldCommands();
 

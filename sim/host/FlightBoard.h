@@ -120,6 +120,7 @@ struct FlightBoard {
   // Where the flight is. Written on the main thread of the flying process alone.
   std::atomic<int> frame = 0;
   NotedHook hook;
+  std::atomic<bool> waitsForUser = false;    // in a dialog, whoever asked for it
   std::atomic<int> depth = 0;                // calls into plugins on the stack
   std::array<NotedCall, kNotedCalls> calls;  // the outermost first
 

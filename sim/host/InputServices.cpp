@@ -89,6 +89,8 @@ const std::vector<Binding>& KeyBindings() {
       Key(0x79, "sim/aircraft/place_at_home"),
       Key(0x7A, "sim/scenery/reload"),
       Key(0x7B, "sim/time/pause"),
+      Key(0xB9, "sim/time/step"),
+      Key(0x65, "sim/view/behind"),
   };
   return kBindings;
 }
@@ -114,9 +116,13 @@ void FillInputServices(VYRAHostServices& services) {
   };
 }
 
-bool PressBoundKey(int virtualKey) {
+VYRACommandRef CommandOfKey(int virtualKey) {
   const Binding* const binding = Find(KeyBindings(), virtualKey);
-  const VYRACommandRef command = binding != nullptr ? CommandOfName(binding->command) : nullptr;
+  return binding != nullptr ? CommandOfName(binding->command) : nullptr;
+}
+
+bool PressBoundKey(int virtualKey) {
+  const VYRACommandRef command = CommandOfKey(virtualKey);
   if (command == nullptr) return false;
   BeginCommand(command);
   EndCommand(command);

@@ -19,6 +19,9 @@ struct Binding {
 const std::vector<Binding>& KeyBindings();
 const std::vector<Binding>& ButtonBindings();
 
+// The command that a key presses in the simulator itself; null for none.
+VYRACommandRef CommandOfKey(int virtualKey);
+
 // Does what a key does in the simulator itself, whatever plugins make of it; false when it does nothing.
 bool PressBoundKey(int virtualKey);
 

@@ -52,20 +52,32 @@ Pictures::~Pictures() {
   gPainter = nullptr;
 }
 
+FrameSize Pictures::SizeOfFrame() const {
+  const int width = gScreen.Width();
+  const int height = gScreen.Height();
+  if (buffer || pixelWidth == 0) return {width, height, width, height};
+  return {width, height, pixelWidth, pixelHeight};
+}
+
 void Pictures::BeginFrame() {
   for (PictureRequest& request : requests)
     if (request.frame == gWorld.frame) request.frame = 0;
   const bool isSeen =
       std::ranges::any_of(requests, [](const PictureRequest& request) { return request.frame == 0; });
-  if (buffer) buffer->Bind();
-  painter.Begin(gScreen.Width(), gScreen.Height(), ViewOfCamera(), isSeen || !buffer);
+  if (buffer) {
+    if (buffer->Width() != gScreen.Width() || buffer->Height() != gScreen.Height())
+      buffer.emplace(gScreen.Width(), gScreen.Height());
+    buffer->Bind();
+  }
+  painter.Begin(SizeOfFrame(), ViewOfCamera(), isSeen || (!buffer && isShown));
 }
 
 void Pictures::EndFrame() {
   if (!painter.IsPainting()) return;
   painter.End();
   if (requests.empty()) return;
-  const Picture picture = buffer ? buffer->Read() : ReadPixels(gScreen.Width(), gScreen.Height());
+  const Picture picture =
+      buffer ? buffer->Read() : ReadPixels(SizeOfFrame().pixelWidth, SizeOfFrame().pixelHeight);
   for (const PictureRequest& request : requests)
     if (request.frame == 0) Write(picture, request.fileName);
   std::erase_if(requests, [](const PictureRequest& request) { return request.frame == 0; });

@@ -16,8 +16,8 @@ namespace sim {
 // one has stopped.
 class Pictures {
  public:
-  // Draws into the context that is the current one when there is a window, and every frame is seen; else into
-  // one of its own, and only frames whose picture is taken. Throws InputError when there is no OpenGL.
+  // Draws into the context that is the current one when there is a window; else into one of its own, and only
+  // frames whose picture is taken. Throws InputError when there is no OpenGL.
   Pictures(const PictureOptions& options, bool hasWindow);
   ~Pictures();
   Pictures(const Pictures&) = delete;
@@ -26,14 +26,27 @@ class Pictures {
   // A picture of the frame that is drawn next.
   void Request(const std::string& fileName) { requests.push_back({.frame = 0, .fileName = fileName}); }
 
+  // In a window: how many pixels it has, whatever the size of the screen; and whether the frames that follow
+  // are shown. Those that are not are not painted.
+  void SetWindow(int newPixelWidth, int newPixelHeight) {
+    pixelWidth = newPixelWidth;
+    pixelHeight = newPixelHeight;
+  }
+  void SetShown(bool areShown) { isShown = areShown; }
+
   // Around the drawing steps of a frame. A file that cannot be written fails the flight.
   void BeginFrame();
   void EndFrame();
 
  private:
+  FrameSize SizeOfFrame() const;
+
   std::optional<HeadlessContext> context;  // without a window
   std::optional<FrameBuffer> buffer;       // likewise
   FramePainter painter;
+  bool isShown = true;  // in a window
+  int pixelWidth = 0;   // of the window
+  int pixelHeight = 0;
   std::vector<PictureRequest> requests;  // frame 0: the next one
 };
 

@@ -4,6 +4,7 @@
 #include <fmt/core.h>
 
 #include <string_view>
+#include <vector>
 
 #include "host/CostWatch.h"
 #include "host/LoadWatch.h"
@@ -22,13 +23,21 @@ int gReloads = 0;
 // The callers' buffers are large enough: the simulator refuses longer paths before it starts.
 void CopyTo(char* buffer, std::string_view text) { buffer[text.copy(buffer, text.size())] = '\0'; }
 
-// The library shows a message only when it reloads the plugins. There is no user to wait for.
+// The library shows a message only when it reloads the plugins.
 void ShowMessage(const char* line1, const char* line2, const char* line3, const char* line4) {
+  std::vector<std::string> lines;
+  for (const std::string_view line : {line1, line2, line3, line4})
+    if (!line.empty()) lines.emplace_back(line);
+  for (const std::string& line : lines) gLog->Write(fmt::format("Message: {}\n", line));
+  if (gUserDisplay.showMessage) gUserDisplay.showMessage(lines);
   ++gReloads;
   BeginReload();
   MarkInTrace("all plugins reloaded");
-  for (const std::string_view line : {line1, line2, line3, line4})
-    if (!line.empty()) gLog->Write(fmt::format("Message: {}\n", line));
+}
+
+void ShowStatus(const char* text) {
+  gLog->Write(fmt::format("Status: {}\n", text));
+  if (gUserDisplay.showStatus) gUserDisplay.showStatus(text);
 }
 
 void ReceiveMessage(VYRAPluginID fromPlugin, int message, void* /*param*/) {
@@ -52,7 +61,7 @@ void FillSystemServices(VYRAHostServices& services) {
   };
   services.GetLanguage = [] { return kLanguageEnglish; };
   services.ShowMessage = ShowMessage;
-  services.ShowLoadingStatus = [](const char* text) { gLog->Write(fmt::format("Status: {}\n", text)); };
+  services.ShowLoadingStatus = ShowStatus;
   services.HostReceiveMessage = ReceiveMessage;
 }
 

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "VYRAHost.h"
 #include "host/CallWatchers.h"
+#include "host/CameraServices.h"
+#include "host/CommandServices.h"
 #include "host/FlightBoard.h"
 #include "host/InputServices.h"
 #include "report/Activity.h"
@@ -44,9 +47,17 @@ class LastAsked {
   std::string signature = "a plugin";
 };
 
+constexpr double kDegreesPerPixel = 0.25;
+constexpr double kNearerPerClick = 1.0 / 1.1;
+
+bool gTurnsCamera = false;  // as long as the mouse is pressed
+
 }  // namespace
 
 void MoveMouse(int x, int y) {
+  // What is seen goes with the mouse.
+  if (gTurnsCamera && !PluginHasCamera())
+    TurnChaseCamera(kDegreesPerPixel * (gScreen.mouseX - x), kDegreesPerPixel * (y - gScreen.mouseY));
   gScreen.mouseX = x;
   gScreen.mouseY = y;
 }
@@ -56,32 +67,37 @@ const std::string& PressMouse(int x, int y) {
   ++gActivity.clicks;
   const LastAsked asked(std::array{static_cast<int>(VYRA_CALL_WINDOW_MOUSE)});
   const bool isTaken = CallHook("VYRAMouseClickHook", VYRAMouseClickHook, x, y, 1) == 0;
+  gTurnsCamera = !isTaken;
   return gLastTakers.click = isTaken ? asked.Signature() : kSimulatorTook;
 }
 
-void ReleaseMouse() { CallHook("VYRAMouseClickHook", VYRAMouseClickHook, gScreen.mouseX, gScreen.mouseY, 0); }
+void ReleaseMouse() {
+  gTurnsCamera = false;
+  CallHook("VYRAMouseClickHook", VYRAMouseClickHook, gScreen.mouseX, gScreen.mouseY, 0);
+}
 
 const std::string& TurnWheel(int x, int y, int wheel, int clicks) {
   MoveMouse(x, y);
   const LastAsked asked(std::array{static_cast<int>(VYRA_CALL_WINDOW_WHEEL)});
   const bool isTaken = CallHook("VYRAScrollWheelHook", VYRAScrollWheelHook, x, y, wheel, clicks) == 0;
+  if (!isTaken && wheel == 0 && !PluginHasCamera()) MoveChaseCamera(std::pow(kNearerPerClick, clicks));
   return gLastTakers.wheel = isTaken ? asked.Signature() : kSimulatorTook;
 }
 
-const std::string& PressKey(const NamedKey& key, int flags) {
+const std::string& PressKey(const NamedKey& key, int flags, int character) {
   ++gActivity.keys;
   const LastAsked asked(std::array{static_cast<int>(VYRA_CALL_KEY_SNIFFER),
                                    static_cast<int>(VYRA_CALL_HOT_KEY),
                                    static_cast<int>(VYRA_CALL_WINDOW_KEY)});
-  const bool isTaken =
-      CallHook("VYRAKeyPressHook", VYRAKeyPressHook, TypedCharacter(key, flags), flags, key.virtualKey) == 0;
-  if (!isTaken && flags == 0) PressBoundKey(key.virtualKey);
+  const bool isTaken = CallHook("VYRAKeyPressHook", VYRAKeyPressHook, character, flags, key.virtualKey) == 0;
+  if (!isTaken && flags == 0)
+    if (const VYRACommandRef command = CommandOfKey(key.virtualKey)) HoldUntilLetGo(command);
   return gLastTakers.key = isTaken ? asked.Signature() : kSimulatorTook;
 }
 
-void ReleaseKey(const NamedKey& key, int flags) {
-  CallHook("VYRAKeyPressHook", VYRAKeyPressHook, TypedCharacter(key, flags), flags | kReleased,
-           key.virtualKey);
+void ReleaseKey(const NamedKey& key, int flags, int character) {
+  CallHook("VYRAKeyPressHook", VYRAKeyPressHook, character, flags | kReleased, key.virtualKey);
+  if (const VYRACommandRef command = CommandOfKey(key.virtualKey)) LetGo(command);
 }
 
 }  // namespace sim

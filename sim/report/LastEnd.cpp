@@ -83,25 +83,29 @@ std::optional<LastEnd> TakeLastEnd(const std::string& stateFolder, const std::st
 
 bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, Result result,
                  const Culprit& culprit) {
+  return RememberAgain(stateFolder, systemPath,
+                       {fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(std::time(nullptr))), Name(result),
+                        culprit.name, culprit.signature, culprit.path, culprit.call});
+}
+
+bool RememberAgain(const std::string& stateFolder, const std::string& systemPath, const LastEnd& end) {
   if (stateFolder.empty()) return true;
   std::error_code error;
   fs::create_directories(stateFolder, error);
-  const LastEnd end = {fmt::format("{:%Y-%m-%d %H:%M}", fmt::localtime(std::time(nullptr))),
-                       Name(result),
-                       culprit.name,
-                       culprit.signature,
-                       culprit.path,
-                       culprit.call};
   std::ofstream file(FileOf(stateFolder, systemPath));
   file << ToText(end, 2) << '\n';
   file.close();
   return !file.fail();
 }
 
+std::string PatternOf(const LastEnd& end, const std::string& systemPath) {
+  return LiteralPattern(NameByPath(end.path, systemPath));
+}
+
 std::string DescribeLastEnd(const LastEnd& end, const std::string& systemPath) {
   return fmt::format("the last flight here, on {}, {}: {}{}; to fly without that plugin: --skip {}", end.date,
                      end.result, end.name, end.call.empty() ? "" : ", " + end.call,
-                     ForShell(LiteralPattern(NameByPath(end.path, systemPath))));
+                     ForShell(PatternOf(end, systemPath)));
 }
 
 }  // namespace sim

@@ -30,6 +30,12 @@ std::optional<LastEnd> TakeLastEnd(const std::string& stateFolder, const std::st
 bool RememberEnd(const std::string& stateFolder, const std::string& systemPath, Result result,
                  const Culprit& culprit);
 
+// Remembers it again. False when that cannot be written.
+bool RememberAgain(const std::string& stateFolder, const std::string& systemPath, const LastEnd& end);
+
+// The pattern by which the plugin is passed over.
+std::string PatternOf(const LastEnd& end, const std::string& systemPath);
+
 // One line, with what to give to "vyra-sim run" to fly without the plugin, fit for a shell.
 std::string DescribeLastEnd(const LastEnd& end, const std::string& systemPath);
 

@@ -101,8 +101,10 @@ struct FlightTotals {
   float medianPassMicroseconds = 0.0F;
   float p99PassMicroseconds = 0.0F;
   float longestPassMicroseconds = 0.0F;
-  double timesRealTime = 0.0;  // simulated seconds of frames in a second of wall time
-  double libraryShare = 0.0;   // of a frame's wall time, from 0 to 1, that of the plugins included
+  double timesRealTime = 0.0;   // simulated seconds of frames in a second of wall time
+  double libraryShare = 0.0;    // of a frame's wall time, from 0 to 1, that of the plugins included
+  int shownFrames = 0;          // in a window
+  double shownPerSecond = 0.0;  // of wall time, from the first frame to the last
   Activity activity;
 };
 

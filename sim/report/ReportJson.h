@@ -34,7 +34,7 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(Activity, clicks, keys, menuPicks, commandsHe
                                    probings, probingsThatHit, objectsLoaded, objectsReleased, objectsDrawn)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(FlightTotals, frames, passes, warnings, medianPassMicroseconds,
                                    p99PassMicroseconds, longestPassMicroseconds, timesRealTime, libraryShare,
-                                   activity)
+                                   shownFrames, shownPerSecond, activity)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(CallCost, calls, totalMs, meanMs, medianMs, p99Ms, longestMs, longestFrame)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(ExpectationReport, text, line, result, found, lastHeld)
 

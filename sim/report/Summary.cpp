@@ -63,6 +63,9 @@ void PrintTotals(const FlightTotals& totals, double rate) {
              totals.medianPassMicroseconds, totals.p99PassMicroseconds, totals.longestPassMicroseconds);
   fmt::print("speed               {:.4g} times real time, {:.0f} % of it in the library and its plugins\n",
              totals.timesRealTime, 100.0 * totals.libraryShare);
+  if (totals.shownFrames > 0)
+    fmt::print("window              {} frames shown, {:.1f} a second\n", totals.shownFrames,
+               totals.shownPerSecond);
   fmt::print("log warnings        {}\n", totals.warnings);
 }
 

@@ -15,7 +15,8 @@ Seconds StallWatch::Interval() const {
 }
 
 std::optional<Stall> StallWatch::Look(std::chrono::steady_clock::time_point now) {
-  const Seconds passed = lastLook ? std::min(Seconds(now - *lastLook), 2 * Interval()) : Seconds{};
+  const Seconds passed =
+      lastLook && !board.waitsForUser ? std::min(Seconds(now - *lastLook), 2 * Interval()) : Seconds{};
   lastLook = now;
   const std::size_t depth = std::min(static_cast<std::size_t>(board.depth.load()), kNotedCalls);
   std::optional<Stall> stall;

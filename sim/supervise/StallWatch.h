@@ -20,7 +20,7 @@ struct Stall {
 };
 
 // Looks at the board from time to time. Time during which nobody looked, as when everything was stopped,
-// counts no more than two intervals.
+// counts no more than two intervals, and time that the user takes for a dialog none.
 class StallWatch {
  public:
   StallWatch(const FlightBoard& flightBoard, Seconds stallLimit);

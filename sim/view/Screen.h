@@ -58,6 +58,8 @@ class Screen {
  public:
   static constexpr int kDefaultWidth = 1280;
   static constexpr int kDefaultHeight = 800;
+  static constexpr int kSmallestSide = 16;
+  static constexpr int kLargestSide = 8'192;
 
   int mouseX = 0;
   int mouseY = 0;

@@ -48,6 +48,13 @@ float PixelsPerPoint(SDL_Window* window) {
   return points > 0 && pixels > points ? static_cast<float>(pixels) / static_cast<float>(points) : 1.0F;
 }
 
+// Over the flight, plugins say what the pointer looks like.
+void LeavePointer(bool isPlugins) {
+  ImGuiConfigFlags& flags = ImGui::GetIO().ConfigFlags;
+  flags = isPlugins ? flags | ImGuiConfigFlags_NoMouseCursorChange
+                    : flags & ~ImGuiConfigFlags_NoMouseCursorChange;
+}
+
 }  // namespace
 
 UserInterface::UserInterface(SDL_Window* theWindow, void* openGlContext, const std::string& stateFolder)
@@ -97,13 +104,22 @@ bool UserInterface::Take(const SDL_Event& event) {
   }
 }
 
+bool UserInterface::HasMouse() const { return ImGui::GetIO().WantCaptureMouse; }
+
 void UserInterface::Draw() {
+  DrawAlone([this] {
+    DrawMenuBar(*panels);
+    panels->Draw(density);
+  });
+}
+
+void UserInterface::DrawAlone(const std::function<void()>& contents) {
   FitToDisplay();
+  LeavePointer(!HasMouse());
   ImGui_ImplOpenGL2_NewFrame();
   ImGui_ImplSDL2_NewFrame();
   ImGui::NewFrame();
-  DrawMenuBar(*panels);
-  panels->Draw(density);
+  contents();
   ImGui::Render();
   ImGui_ImplOpenGL2_RenderDrawData(ImGui::GetDrawData());
 }

@@ -1,6 +1,7 @@
 // Dear ImGui over the flight's picture: the menu bar and the panels.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,9 +25,15 @@ class UserInterface {
   // panel, a letter typed into one.
   bool Take(const SDL_Event& event);
 
+  // Whether the mouse is over a panel or held by one.
+  bool HasMouse() const;
+
   // Draws over what is in the window. What a panel's buttons do happens here, between two frames of the
   // flight.
   void Draw();
+
+  // Likewise, this and nothing else.
+  void DrawAlone(const std::function<void()>& contents);
 
   void TogglePanel(int key);
 

@@ -1,6 +1,7 @@
 #include "world/World.h"
 
 #include <filesystem>
+#include <utility>
 
 #include "world/files/TextFile.h"
 #include "world/navigation/NavigationFile.h"
@@ -53,7 +54,7 @@ void World::Advance(int toFrame, double toSeconds) {
   const double seconds = toSeconds - elapsedSeconds;
   frame = toFrame;
   elapsedSeconds = toSeconds;
-  if (isPaused) return;
+  if (!std::exchange(stepsOnce, false) && isPaused) return;
   terrain.SetTime(toSeconds);
   SteerToGpsDestination();
   aircraft.Advance(seconds, terrain, weather);

@@ -27,6 +27,7 @@ class World {
   double elapsedSeconds = 0.0;
   int frame = 0;  // 0 before the first
   bool isPaused = false;
+  bool stepsOnce = false;  // the next frame moves a paused world on
 
   world::LocalFrame localFrame{world::kHome};
   world::NavigationDatabase navigation{{}};

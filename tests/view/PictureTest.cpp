@@ -22,7 +22,7 @@ class PictureTest : public testing::Test {
  protected:
   Picture Draw(const View& view, const std::function<void(FramePainter&)>& draw) {
     buffer.Bind();
-    painter.Begin(kWidth, kHeight, view, true);
+    painter.Begin({kWidth, kHeight, kWidth, kHeight}, view, true);
     draw(painter);
     painter.End();
     return buffer.Read();

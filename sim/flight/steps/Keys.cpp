@@ -8,24 +8,27 @@
 namespace sim {
 namespace {
 
+constexpr std::string_view kCharacter = "character";
+
 struct Type {
   static constexpr const char* kWord = "key";
-  static Outcome Act(const NamedKey& key, int flags) {
-    const std::string taker = PressKey(key, flags);
-    ReleaseKey(key, flags);
+  static Outcome Act(const NamedKey& key, int flags, int character) {
+    const std::string taker = PressKey(key, flags, character);
+    ReleaseKey(key, flags, character);
     return {true, fmt::format("key {}: {}", KeyText(key, flags), TakenBy(taker))};
   }
 };
 struct Press {
   static constexpr const char* kWord = "pressKey";
-  static Outcome Act(const NamedKey& key, int flags) {
-    return {true, fmt::format("key {} pressed: {}", KeyText(key, flags), TakenBy(PressKey(key, flags)))};
+  static Outcome Act(const NamedKey& key, int flags, int character) {
+    return {true,
+            fmt::format("key {} pressed: {}", KeyText(key, flags), TakenBy(PressKey(key, flags, character)))};
   }
 };
 struct Release {
   static constexpr const char* kWord = "releaseKey";
-  static Outcome Act(const NamedKey& key, int flags) {
-    ReleaseKey(key, flags);
+  static Outcome Act(const NamedKey& key, int flags, int character) {
+    ReleaseKey(key, flags, character);
     return {true, fmt::format("key {} released", KeyText(key, flags))};
   }
 };
@@ -33,13 +36,18 @@ struct Release {
 template <class Deed>
 Effect Read(const Entry& entry, const FlightContext& /*context*/) {
   const NamedKey& key = NamedKeyOf(entry, Deed::kWord);
-  return [&key, flags = ModifierFlags(entry.Texts("modifiers"))] { return Deed::Act(key, flags); };
+  const int flags = ModifierFlags(entry.Texts("modifiers"));
+  const int character = entry.Has(kCharacter) ? entry.WholeNumber(kCharacter) : TypedCharacter(key, flags);
+  return [&key, flags, character] { return Deed::Act(key, flags, character); };
 }
 
 template <class Deed>
 StepWord WordOf(std::string_view description) {
   return {{.key = TextKey(Deed::kWord, description),
-           .others = {Optional(TextsKey("modifiers", "keys that are held with it", ModifierNames()))}},
+           .others = {Optional(TextsKey("modifiers", "keys that are held with it", ModifierNames())),
+                      Optional(WholeNumberKey(kCharacter, 0, 255,
+                                              "what it types: a character's number in Latin-1, 0 for "
+                                              "nothing; without it, what the key's name says"))}},
           Read<Deed>};
 }
 
@@ -51,7 +59,9 @@ StepWord TypeKeyStep() {
       "`Space`, `Return`, `Escape`, `Page Up`, `Numpad-7` and so on, as sim/README.md lists them");
 }
 
-StepWord PressKeyStep() { return WordOf<Press>("presses a key, and leaves it so"); }
+StepWord PressKeyStep() {
+  return WordOf<Press>("presses a key, and leaves it so; again, as a key does that is held for long");
+}
 
 StepWord ReleaseKeyStep() { return WordOf<Release>("releases a key; plugins see its flag 8"); }
 

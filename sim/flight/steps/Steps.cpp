@@ -10,10 +10,11 @@ const std::vector<StepWord>& StepWords() {
       LoadAircraftStep(),  UnloadAircraftStep(), PlaceAtAirportStep(), LoadSceneryStep(),
       UnloadSceneryStep(), EnablePluginStep(),   DisablePluginStep(),  ReloadPluginsStep(),
       SendMessageStep(),   BroadcastEventStep(), WriteDataRefStep(),   HoldCommandStep(),
-      PickMenuItemStep(),  TypeKeyStep(),        PressKeyStep(),       ReleaseKeyStep(),
-      ClickStep(),         MoveMouseStep(),      PressMouseStep(),     ReleaseMouseStep(),
-      DragStep(),          TurnWheelStep(),      LoadFlightPlanStep(), SaveFlightPlanStep(),
-      LoadSituationStep(), SaveSituationStep(),  WaitUntilStep(),      ScreenshotStep(),
+      PressCommandStep(),  ReleaseCommandStep(), PickMenuItemStep(),   TypeKeyStep(),
+      PressKeyStep(),      ReleaseKeyStep(),     ClickStep(),          MoveMouseStep(),
+      PressMouseStep(),    ReleaseMouseStep(),   DragStep(),           TurnWheelStep(),
+      ResizeScreenStep(),  LoadFlightPlanStep(), SaveFlightPlanStep(), LoadSituationStep(),
+      SaveSituationStep(), WaitUntilStep(),      ScreenshotStep(),
   };
   return kWords;
 }
@@ -23,8 +24,9 @@ std::string TakenBy(const std::string& taker) {
 }
 
 std::vector<Key> PixelKeys() {
-  return {WholeNumberKey("x", 0, gScreen.Width() - 1, "pixels from the screen's left edge"),
-          WholeNumberKey("y", 0, gScreen.Height() - 1, "pixels from its bottom")};
+  // Not held against the screen's size: a window has another one each time that it is resized.
+  return {WholeNumberKey("x", 0, Screen::kLargestSide - 1, "pixels from the screen's left edge"),
+          WholeNumberKey("y", 0, Screen::kLargestSide - 1, "pixels from its bottom")};
 }
 
 }  // namespace sim

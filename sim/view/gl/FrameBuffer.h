@@ -22,6 +22,8 @@ class FrameBuffer {
 
   // What is drawn from now on goes into it.
   void Bind() const;
+  int Width() const { return width; }
+  int Height() const { return height; }
 
   Picture Read() const;
 

@@ -60,9 +60,8 @@ FramePainter::OwnTextures::OwnTextures() {
 
 FramePainter::FramePainter() : plainAircraft(std::make_shared<world::ObjectModel>(PlainAircraft())) {}
 
-void FramePainter::Begin(int frameWidth, int frameHeight, const View& frameView, bool isSeen) {
-  width = frameWidth;
-  height = frameHeight;
+void FramePainter::Begin(const FrameSize& frameSize, const View& frameView, bool isSeen) {
+  size = frameSize;
   view = frameView;
   isPainting = isSeen;
   ResetState();
@@ -73,16 +72,16 @@ void FramePainter::Begin(int frameWidth, int frameHeight, const View& frameView,
 
 void FramePainter::SetSceneState() const {
   ResetState();
-  scene.SetState(view, width, height);
+  scene.SetState(view, size.pixelWidth, size.pixelHeight);
 }
 
 void FramePainter::SetSurfaceState() const {
   ResetState();
   glDisable(GL_DEPTH_TEST);
-  glViewport(0, 0, width, height);
+  glViewport(0, 0, size.pixelWidth, size.pixelHeight);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
-  glOrtho(0.0, width, 0.0, height, -1.0, 1.0);
+  glOrtho(0.0, size.width, 0.0, size.height, -1.0, 1.0);
   glMatrixMode(GL_MODELVIEW);
   glLoadIdentity();
 }

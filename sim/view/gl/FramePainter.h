@@ -14,6 +14,15 @@
 
 namespace sim {
 
+// A screen's size, and that of what it is drawn into: on a display of high density a unit of the screen is
+// several pixels.
+struct FrameSize {
+  int width = 0;
+  int height = 0;
+  int pixelWidth = 0;
+  int pixelHeight = 0;
+};
+
 class FramePainter {
  public:
   // The simulator's own textures, whose numbers are 1 to 3: of the panel, the aircraft's paint, the light
@@ -24,7 +33,7 @@ class FramePainter {
 
   // A frame begins, so large and seen from there. One that nobody looks at is not drawn: what plugins draw by
   // themselves is all that there is of it.
-  void Begin(int frameWidth, int frameHeight, const View& frameView, bool isSeen);
+  void Begin(const FrameSize& frameSize, const View& frameView, bool isSeen);
   void End() { isPainting = false; }
   bool IsPainting() const { return isPainting; }
 
@@ -49,8 +58,7 @@ class FramePainter {
   const ModelPointer& ModelOfAircraft(const std::string& descriptionFile);
 
   OwnTextures ownTextures;  // first of all, so that they have the first numbers
-  int width = 0;
-  int height = 0;
+  FrameSize size;
   View view;
   bool isPainting = false;
   ScenePainter scene;
