@@ -198,6 +198,8 @@ bool FlightWindow::ShowUntil(const std::function<bool()>& contents) {
       userInterface->Take(event);
       if (event.type == SDL_QUIT) isClosed = true;
       if (event.type == SDL_WINDOWEVENT) Take(event.window);
+      // The dialog sees a key that is pressed only if it is drawn before that is released.
+      if (event.type == SDL_KEYDOWN) break;
     }
     ShowAlone([&] { isAnswered = contents(); });
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
