@@ -86,10 +86,10 @@ TEST_F(FlightFile, ValuesAreWhatTheirKeysDeclare) {
   const auto step = [&](const std::string& rest) {
     return Refusal(R"({"steps": [{"frame": 1, )" + rest + "}]}");
   };
-  EXPECT_EQ(step(R"("click": {"x": 1280, "y": 0})"),
-            "1:40: steps[0].click: \"x\" must be a whole number from 0 to 1279");
+  EXPECT_EQ(step(R"("click": {"x": 8192, "y": 0})"),
+            "1:40: steps[0].click: \"x\" must be a whole number from 0 to 8191");
   EXPECT_EQ(step(R"("click": {"x": 1.5, "y": 0})"),
-            "1:40: steps[0].click: \"x\" must be a whole number from 0 to 1279");
+            "1:40: steps[0].click: \"x\" must be a whole number from 0 to 8191");
   EXPECT_EQ(step(R"("click": {"x": 1})"), "1:34: steps[0].click: the key \"y\" is missing");
   EXPECT_EQ(step(R"("broadcastEvent": 18446744073709551615)"),
             "1:43: steps[0]: \"broadcastEvent\" must be a whole number from 0 to 2147483647");
@@ -153,7 +153,7 @@ TEST_F(FlightFile, SchemaRefusesWhatTheReaderRefuses) {
   json wrong = json::array();
   for (const char* const text :
        {R"({"steps": [{"frame": 1, "writeDatRef": {"name": "a", "value": 1}}]})",
-        R"({"steps": [{"frame": 1, "click": {"x": 1280, "y": 0}}]})", R"({"steps": [{"broadcastEvent": 2}]})",
+        R"({"steps": [{"frame": 1, "click": {"x": 8192, "y": 0}}]})", R"({"steps": [{"broadcastEvent": 2}]})",
         R"({"expectations": [{"frame": 1, "after": "end", "pluginCount": 1}]})",
         R"({"expectations": [{"frame": 1, "dataRef": "a"}]})", R"({"step": []})"}) {
     EXPECT_NE(Refusal(text), "") << text;
