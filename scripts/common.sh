@@ -8,7 +8,7 @@
 BUILD_PACKAGES=(g++ cmake ninja-build make gdb valgrind pkg-config libgl-dev libgtest-dev libcli11-dev libfmt-dev
   nlohmann-json3-dev libbenchmark-dev libgeographiclib-dev libtinyobjloader-dev libcsv-dev libdw-dev libelf-dev
   libpugixml-dev libfreetype-dev fonts-dejavu-core libpng-dev libegl-dev libegl-mesa0
-  libgl1-mesa-dri libsdl2-dev libimgui-dev python3-jsonschema)
+  libgl1-mesa-dri libsdl2-dev libimgui-dev python3-jsonschema xvfb xdotool)
 
 # What vyra-bench measures the library against, and draws with. It does without what is missing.
 # shellcheck disable=SC2034

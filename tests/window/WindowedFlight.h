@@ -1,0 +1,67 @@
+// A flight in a real window, on a display of its own, in which xdotool is the user. Nothing waits for some
+// time: whoever acts waits first until the simulator or a plugin has told of what went before.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// An X server without a screen to look at, for as long as this lasts.
+class OwnDisplay {
+ public:
+  OwnDisplay();
+  ~OwnDisplay();
+  OwnDisplay(const OwnDisplay&) = delete;
+  OwnDisplay& operator=(const OwnDisplay&) = delete;
+
+  const std::string& Name() const { return name; }  // ":3"
+
+ private:
+  pid_t server = 0;
+  std::string name;
+};
+
+class WindowedFlight {
+ public:
+  static constexpr int kWidth = 640;  // of the window, which fills the display at first
+  static constexpr int kHeight = 480;
+
+  // Starts "vyra-sim run --window" over a simulator folder, with further arguments. Its panels and the end of
+  // a flight are remembered in the folder `state` there.
+  WindowedFlight(const OwnDisplay& display, const std::filesystem::path& systemFolder,
+                 const std::vector<std::string>& arguments = {});
+  ~WindowedFlight();
+  WindowedFlight(const WindowedFlight&) = delete;
+  WindowedFlight& operator=(const WindowedFlight&) = delete;
+
+  // Waits until standard output or the log has a text behind the place where it stood last when waited for.
+  // Fails the test, with all that was said until then, when it does not come, and is false then.
+  bool WaitFor(const std::string& text);
+  // Waits until the window is there and has the keyboard.
+  bool WaitForWindow();
+
+  // What xdotool is to do, as on its command line. Places are pixels of the display, y downward: OnDisplay
+  // makes them from the screen's, y upward.
+  void Act(const std::string& words) const;
+  static std::string OnDisplay(int x, int y);
+  // Presses the window's close button.
+  void Close() const;
+
+  // Waits for the end; the result is the exit code.
+  int End();
+
+  std::string Output() const;
+  std::string Log() const;
+
+ private:
+  std::string Told() const;
+  unsigned long Window() const;  // 0 while there is none
+
+  const OwnDisplay& display;
+  std::filesystem::path files;
+  pid_t simulator = 0;
+  std::size_t outputSeen = 0;
+  std::size_t logSeen = 0;
+};
