@@ -63,7 +63,7 @@ TEST_F(WindowTest, PluginWindowTakesMouseWheelAndKeyboard) {
 
 TEST_F(WindowTest, WhatPluginsLeaveIsTheSimulators) {
   const std::string file = Expecting(R"([
-    {"after": "end", "dataRef": "sim/camera/heading_deg", "changesBy": -25, "since": 1, "tolerance": 2},
+    {"after": "end", "dataRef": "sim/camera/pitch_deg", "equals": -33},
     {"after": "end", "dataRef": "sim/time/is_paused", "equals": 1},
     {"after": "end", "dataRef": "sim/controls/elevator_ratio", "atLeast": 0.05},
     {"after": "end", "clickTakenBy": "simulator"},
@@ -71,11 +71,12 @@ TEST_F(WindowTest, WhatPluginsLeaveIsTheSimulators) {
   WindowedFlight flight(display, folder.Path(""), {"--flight", file});
   ASSERT_TRUE(flight.WaitForWindow() && flight.WaitFor(kStarted));
 
+  // From -8 degrees down to -33, as 100 pixels are 25 degrees.
   flight.Act(Move(400, 300) + "mousedown 1");
   ASSERT_TRUE(flight.WaitFor("mouse pressed at 400, 300: left to the simulator"));
-  flight.Act(Move(500, 300) + "mouseup 1 click 4");
-  ASSERT_TRUE(flight.WaitFor("mouse released at 500, 300"));
-  ASSERT_TRUE(flight.WaitFor("wheel turned by 1 at 500, 300: left to the simulator"));
+  flight.Act(Move(400, 400) + "mouseup 1 click 4");
+  ASSERT_TRUE(flight.WaitFor("mouse released at 400, 400"));
+  ASSERT_TRUE(flight.WaitFor("wheel turned by 1 at 400, 400: left to the simulator"));
   // The elevator moves on for as long as its key is held: until it is pressed a second time by itself.
   flight.Act("keydown Down");
   ASSERT_TRUE(flight.WaitFor("key Down pressed"));
