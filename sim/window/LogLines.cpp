@@ -11,7 +11,8 @@ char Small(char letter) {
 
 // `wanted` is in small letters.
 bool Contains(std::string_view line, std::string_view wanted) {
-  return std::ranges::search(line, wanted, {}, Small).begin() != line.end() || wanted.empty();
+  const auto isSame = [](char letter, char wantedLetter) { return Small(letter) == wantedLetter; };
+  return std::search(line.begin(), line.end(), wanted.begin(), wanted.end(), isSame) != line.end();
 }
 
 bool IsWanted(const LogFilter& filter, const LogLine& line, std::string_view text) {

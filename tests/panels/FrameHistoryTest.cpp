@@ -170,6 +170,7 @@ TEST_F(FrameHistoryTest, AlikeCallsInARowFoldUnlessTheyHoldOthers) {
   });
   const std::vector<sim::FoldedCall> folded = sim::FoldCalls(Last().calls);
   std::vector<int> times;
+  times.reserve(folded.size());
   for (const sim::FoldedCall& call : folded) times.push_back(call.times);
   EXPECT_EQ(times, (std::vector<int>{1, 3, 1, 1, 1, 1, 1}));
   EXPECT_EQ(folded[1].duration, 6U);

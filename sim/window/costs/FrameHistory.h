@@ -50,7 +50,7 @@ class FrameHistory {
 
   // `now` is a reading of one clock, here and below. The first part that is told of begins a frame, and so
   // does Input; a frame that has no Pass0, as while the flight is held, is forgotten.
-  void BeginPart(FramePart part, Nanoseconds now);
+  void BeginPart(FramePart begun, Nanoseconds now);
 
   // Nobody tells of anything any more, until somebody does again: the frame that is under way is forgotten.
   void Interrupt();
