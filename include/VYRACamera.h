@@ -11,13 +11,13 @@ VYRA_BEGIN_DECLARATIONS
 /* A camera: seven floats that the library moves between host and plugin without looking at them. Their units,
  * and what the angles and the zoom count from, are the host's to define. */
 typedef struct VYRACameraPosition {
-  float x; /* position, in the host's local coordinates */
-  float y;
-  float z;
-  float pitch; /* angles */
-  float heading;
-  float roll;
-  float zoom;
+  float x;       /* position, in the host's local coordinates */
+  float y;       /* likewise */
+  float z;       /* likewise */
+  float pitch;   /* an angle */
+  float heading; /* an angle */
+  float roll;    /* an angle */
+  float zoom;    /* enlargement */
 } VYRACameraPosition;
 
 VYRA_LAYOUT_ASSERT(CameraPositionIs28Bytes, sizeof(VYRACameraPosition) == 28);
@@ -40,16 +40,20 @@ typedef int (*VYRACameraControl_f)(VYRACameraPosition* position, int isLosingCon
 /**
  * Takes the camera for the calling plugin at once. A plugin that had it is replaced without being told.
  * howLong: a duration, see above. control: with null, control ends at the next frame.
+ * [always]
  */
 VYRA_API void VYRAControlCamera(int howLong, VYRACameraControl_f control, void* refcon);
 
-/** Ends control, by whomever it is held; the control callback is not called. */
+/** Ends control, by whomever it is held; the control callback is not called. [always] */
 VYRA_API void VYRADontControlCamera(void);
 
-/** 1 when a plugin controls the camera, and then its duration through outHowLong, unless that is null. */
+/**
+ * 1 when a plugin controls the camera, and then its duration through outHowLong, unless that is null.
+ * [always]
+ */
 VYRA_API int VYRAIsCameraBeingControlled(int* outHowLong);
 
-/** Fills the record with the host's camera. Null is ignored. */
+/** Fills the record with the host's camera. Null is ignored. [started] */
 VYRA_API void VYRAReadCameraPosition(VYRACameraPosition* outPosition);
 
 VYRA_END_DECLARATIONS

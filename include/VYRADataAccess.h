@@ -27,19 +27,21 @@ typedef int VYRADataTypeID;
 /**
  * The dataref of this name (compared byte by byte, case-sensitive), or null when nobody publishes it now.
  * Null for a null name. The search costs a look-up: keep the handle.
+ * [always]
  */
 VYRA_API VYRADataRef VYRAFindDataRef(const char* name);
 
 /**
  * 1 when the handle is one that the library gave out and somebody publishes it now, else 0. Any pointer may
  * be passed, here and to VYRAUnregisterDataAccessor; every other function trusts a handle that is not null.
+ * [always]
  */
 VYRA_API int VYRAIsDataRefGood(VYRADataRef dataRef);
 
-/** Whether the owner declared the dataref writable, also after the owner left; 0 for null. */
+/** Whether the owner declared the dataref writable, also after the owner left; 0 for null. [always] */
 VYRA_API int VYRACanWriteDataRef(VYRADataRef dataRef);
 
-/** The type bits that the owner declared, also after the owner left; 0 for null. */
+/** The type bits that the owner declared, also after the owner left; 0 for null. [always] */
 VYRA_API VYRADataTypeID VYRAGetDataRefTypes(VYRADataRef dataRef);
 
 /* ---- Reading and writing ----------------------------------------------------------------------------
@@ -55,17 +57,29 @@ VYRA_API VYRADataTypeID VYRAGetDataRefTypes(VYRADataRef dataRef);
  * The library passes all of it to the owner unchanged and returns what the owner returns.
  */
 
+/** Reads an int. [always] */
 VYRA_API int VYRAGetDatai(VYRADataRef dataRef);
+/** Writes an int. [always] */
 VYRA_API void VYRASetDatai(VYRADataRef dataRef, int value);
+/** Reads a float. [always] */
 VYRA_API float VYRAGetDataf(VYRADataRef dataRef);
+/** Writes a float. [always] */
 VYRA_API void VYRASetDataf(VYRADataRef dataRef, float value);
+/** Reads a double. [always] */
 VYRA_API double VYRAGetDatad(VYRADataRef dataRef);
+/** Writes a double. [always] */
 VYRA_API void VYRASetDatad(VYRADataRef dataRef, double value);
+/** Reads elements of an array of int. [always] */
 VYRA_API int VYRAGetDatavi(VYRADataRef dataRef, int* values, int offset, int max);
+/** Writes elements of an array of int. [always] */
 VYRA_API void VYRASetDatavi(VYRADataRef dataRef, int* values, int offset, int count);
+/** Reads elements of an array of float. [always] */
 VYRA_API int VYRAGetDatavf(VYRADataRef dataRef, float* values, int offset, int max);
+/** Writes elements of an array of float. [always] */
 VYRA_API void VYRASetDatavf(VYRADataRef dataRef, float* values, int offset, int count);
+/** Reads bytes. [always] */
 VYRA_API int VYRAGetDatab(VYRADataRef dataRef, void* values, int offset, int max);
+/** Writes bytes. [always] */
 VYRA_API void VYRASetDatab(VYRADataRef dataRef, void* values, int offset, int count);
 
 /* ---- Publishing -----------------------------------------------------------------------------------
@@ -76,17 +90,29 @@ VYRA_API void VYRASetDatab(VYRADataRef dataRef, void* values, int offset, int co
  * reader or writer passed them, unchecked: see "Reading and writing".
  */
 
+/** The value. */
 typedef int (*VYRAReadInt_f)(void* refcon);
+/** Takes the value. */
 typedef void (*VYRAWriteInt_f)(void* refcon, int value);
+/** The value. */
 typedef float (*VYRAReadFloat_f)(void* refcon);
+/** Takes the value. */
 typedef void (*VYRAWriteFloat_f)(void* refcon, float value);
+/** The value. */
 typedef double (*VYRAReadDouble_f)(void* refcon);
+/** Takes the value. */
 typedef void (*VYRAWriteDouble_f)(void* refcon, double value);
+/** Fills values, and returns how many elements it filled or, for null values, how many there are. */
 typedef int (*VYRAReadIntArray_f)(void* refcon, int* values, int offset, int max);
+/** Takes the elements. */
 typedef void (*VYRAWriteIntArray_f)(void* refcon, int* values, int offset, int count);
+/** As VYRAReadIntArray_f. */
 typedef int (*VYRAReadFloatArray_f)(void* refcon, float* values, int offset, int max);
+/** Takes the elements. */
 typedef void (*VYRAWriteFloatArray_f)(void* refcon, float* values, int offset, int count);
+/** As VYRAReadIntArray_f, in bytes. */
 typedef int (*VYRAReadData_f)(void* refcon, void* values, int offset, int max);
+/** Takes the bytes. */
 typedef void (*VYRAWriteData_f)(void* refcon, void* values, int offset, int count);
 
 /**
@@ -102,6 +128,7 @@ typedef void (*VYRAWriteData_f)(void* refcon, void* values, int offset, int coun
  * the new owner's values.
  * Error: when somebody owns the name now, the caller included: "Dataref is already registered by someone
  * else."; the result is then that owner's handle, unchanged.
+ * [always]
  */
 VYRA_API VYRADataRef VYRARegisterDataAccessor(
     const char* name, VYRADataTypeID types, int writable, VYRAReadInt_f readInt, VYRAWriteInt_f writeInt,
@@ -116,6 +143,7 @@ VYRA_API VYRADataRef VYRARegisterDataAccessor(
  *
  * Errors: "Dataref is illegal and cannot be unregistered." for a pointer that is no handle;
  * "Dataref is not owned by you - you cannot unregsiter." for a dataref of somebody else or of nobody.
+ * [always]
  */
 VYRA_API void VYRAUnregisterDataAccessor(VYRADataRef dataRef);
 
@@ -140,12 +168,14 @@ typedef void (*VYRADataChanged_f)(void* refcon);
  *
  * Result: 1, or 0 when the item exists with another type. Joining twice with the same callback and
  * refcon subscribes twice.
+ * [always]
  */
 VYRA_API int VYRAShareData(const char* name, VYRADataTypeID type, VYRADataChanged_f callback, void* refcon);
 
 /**
  * Ends one subscription of the calling plugin: the first that was made with this name, type, callback and
  * refcon. The item, its value and its dataref remain. Result: 1, or 0 when there is no such subscription.
+ * [always]
  */
 VYRA_API int VYRAUnshareData(const char* name, VYRADataTypeID type, VYRADataChanged_f callback, void* refcon);
 

@@ -6,6 +6,16 @@
  * another one, unless it says so. None returns an error code: misuse is reported in a sentence to the calling
  * plugin's error callback (VYRASetErrorCallback, VYRAPlugin.h) and otherwise has no effect.
  *
+ * When a function may be called stands at the end of its comment, in one notation:
+ *
+ *   [always]      by a plugin from any of its calls, its module's constructors included, and by the host
+ *                 at any time, before the start and after the shutdown too
+ *   [started]     by a plugin likewise, and by the host once it has started the library
+ *   [drawing]     as [started]; what it draws or sets up shows when it is called from draw callbacks and
+ *                 from the drawing of windows
+ *   [host]        by the host alone, at the times that the comment tells
+ *   [any thread]  as [always], from other threads and from signal handlers too
+ *
  * Exceptions of C++. The library throws none of its own while memory lasts, and keeps none to itself: one
  * that a callback lets out passes through the library, and through the plugin or the service of the host
  * whose call led to the callback, on its way to the call of the host that began it all. What that call still
@@ -25,6 +35,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/* C linkage in either language, for one declaration and for those between a begin and an end. */
 #ifdef __cplusplus
 #define VYRA_EXTERN_C extern "C"
 #define VYRA_BEGIN_DECLARATIONS extern "C" {
@@ -66,8 +77,8 @@ typedef int VYRAPluginID;
 typedef struct VYRAData_t* VYRADataRef;
 
 /* A command and a scenery object: pointers that the host makes and owns. The library never looks inside. */
-typedef void* VYRACommandRef;
-typedef void* VYRAObjectRef;
+typedef void* VYRACommandRef; /* a command */
+typedef void* VYRAObjectRef;  /* a scenery object */
 
 /* Called by the host once for each object that a library look-up finds. `filePath` is terminated and
  * valid during the call only; `refcon` is the value that the caller of the look-up gave. */

@@ -268,6 +268,7 @@ VYRA_LAYOUT_ASSERT(Slot70At560, offsetof(struct VYRAHostServices, HostReceiveMes
  * when there was no VYRAShutdownPlugins since the last start, and when something of the life before is not
  * over yet: in the middle of a start, a load, a reload or a shutdown, and as long as a module of it is still
  * open.
+ * [host]
  */
 VYRA_API int VYRAInitializePlugins(const char* systemPath, struct VYRAHostServices* services, void* self);
 
@@ -275,6 +276,7 @@ VYRA_API int VYRAInitializePlugins(const char* systemPath, struct VYRAHostServic
  * Disables all plugins, then stops and unloads them all. The library may be started again afterwards. When a
  * plugin's exception leaves it, call it again until none does: it goes on where it ended, and stops no plugin
  * twice. So do VYRA_EVENT_PLANE_UNLOADED and, for a reload, the next pass.
+ * [host]
  */
 VYRA_API void VYRAShutdownPlugins(void);
 
@@ -298,6 +300,7 @@ typedef int (*VYRAModuleFilter_f)(const char* path, void* refcon);
  * lin.vyp is what is looked for next.
  *
  * Main thread only; at any time, before the start too.
+ * [host]
  */
 VYRA_API void VYRASetModuleFilter(VYRAModuleFilter_f filter, void* refcon);
 
@@ -332,6 +335,7 @@ enum {
  * event: one of the above; any other does nothing. param: as the event says, else ignored. param2: ignored.
  * elapsed: simulation time in seconds, for the two flight-loop events. elapsed2: ignored.
  * Result: 1 always. While the library is not started, nothing is loaded; everything else is as ever.
+ * [host]
  */
 VYRA_API int VYRAEventHook(int event, void* param, void* param2, float elapsed, float elapsed2);
 
@@ -355,46 +359,55 @@ VYRA_API int VYRAEventHook(int event, void* param, void* param2, float elapsed, 
  * in which only plugins that asked for it draw; else 0.
  * Result: 0 when a plugin asked the host not to draw the phase that follows, else 1. Steps 12 and 18, and
  * those that come after the host's drawing, always give 1, as do unknown ones.
+ * [host]
  */
 VYRA_API int VYRADoDrawingHook(int step, int isReflection);
 
 /**
  * The mouse button went down (down not 0) or up (0) at a pixel, y upward. Drags are found by drawing step 20
  * itself, with GetMouseLocation. Result: 0 when a window took it, 1 when it is the host's.
+ * [host]
  */
 VYRA_API int VYRAMouseClickHook(int x, int y, int down);
 
 /**
  * A key was pressed. key: the character; flags: the modifiers; virtualKey: the key's code; the low 8 bits of
  * the two are used. Result: 0 when a plugin consumed it, 1 when it is the host's.
+ * [host]
  */
 VYRA_API int VYRAKeyPressHook(int key, int flags, int virtualKey);
 
-/** The mouse is at a pixel. Result: the cursor that a window wants, or 0 for the host's own. */
+/** The mouse is at a pixel. Result: the cursor that a window wants, or 0 for the host's own. [host] */
 VYRA_API int VYRACursorHook(int x, int y);
 
-/** Wheel number `wheel` was turned by so many clicks. Result: 0 when a window consumed it, else 1. */
+/** Wheel number `wheel` was turned by so many clicks. Result: 0 when a window consumed it, else 1. [host] */
 VYRA_API int VYRAScrollWheelHook(int x, int y, int wheel, int clicks);
 
 /**
  * The camera of a frame, once per frame. The seven pointers are to the host's camera, all not null, in the
  * order of VYRACameraPosition; a plugin in control overwrites them. Result: 1 when the host keeps its camera;
  * anything else, and 0 as a rule, when a plugin set it.
+ * [host]
  */
 VYRA_API int VYRACameraHook(float* x, float* y, float* z, float* pitch, float* heading, float* roll,
                             float* zoom);
 
 /** The user picked an item, by the number that AppendMenuItem returned. Result: 0 handled, 1 not a plugin's.
+ * [host]
  */
 VYRA_API int VYRAMenuHook(int item);
 
 /**
  * What mark the item at a position of a menu has: -1 none, 0 unchecked, 1 checked, in outState, which is not
  * null. menu: the number that CreateMenu returned. Result: 0 when outState was written, 1 when not.
+ * [host]
  */
 VYRA_API int VYRACheckMenuHook(int menu, int position, int* outState);
 
-/** Whether the item at a position of a menu can be picked: 0 when not; 1 also for menus of the host. */
+/**
+ * Whether the item at a position of a menu can be picked: 0 when not; 1 also for menus of the host.
+ * [host]
+ */
 VYRA_API int VYRAMenuItemEnabled(int menu, int position);
 
 /* Size in bytes, terminator included, of a buffer in which every path that a plugin may want finds room:
@@ -404,6 +417,7 @@ enum { VYRA_PLANE_PATH_SIZE = 4096 };
 /**
  * The host is about to load a plane's model. ioPath: a terminated path, in a buffer of VYRA_PLANE_PATH_SIZE
  * bytes, overwritten when a plugin wants another model. name: not used.
+ * [host]
  */
 VYRA_API void VYRAUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPath);
 
@@ -411,6 +425,7 @@ VYRA_API void VYRAUpdatePlaneNameAndPath(int planeIndex, char* name, char* ioPat
  * How many of `total` planes (the user's included) the host is to run. flag: 0 to let a plugin's limit count;
  * a limit below `total` is passed on as the plugin gave it, negative ones too.
  * Call it once before plugins may set models: it tells the library how many planes there are.
+ * [host]
  */
 VYRA_API int VYRAGetNumberPlanesToHandle(int total, int flag);
 
@@ -418,6 +433,7 @@ VYRA_API int VYRAGetNumberPlanesToHandle(int total, int flag);
  * A phase of a command. isBegin: 1 when it was pressed; isEnd: 1 when it was released; both 0 while it is
  * held. isBefore: 1 before the host acts on it, and 0 afterwards. Result, before: 0 when a plugin asks the
  * host not to act; otherwise 1.
+ * [host]
  */
 VYRA_API int VYRACommandHook(VYRACommandRef command, int isBegin, int isEnd, int isBefore);
 

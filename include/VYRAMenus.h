@@ -35,7 +35,7 @@ typedef void (*VYRAMenuHandler_f)(void* menuRef, void* itemRef);
 
 /* ---- Menus ------------------------------------------------------------------------------------------- */
 
-/** The menu "Plugins" of the host's menu bar; null before the library was started. */
+/** The menu "Plugins" of the host's menu bar; null before the library was started. [always] */
 VYRA_API VYRAMenuID VYRAFindPluginsMenu(void);
 
 /**
@@ -48,6 +48,7 @@ VYRA_API VYRAMenuID VYRAFindPluginsMenu(void);
  * the plugin.
  *
  * Result: the handle, or null for a null name or a parent that does not exist.
+ * [started]
  */
 VYRA_API VYRAMenuID VYRACreateMenu(const char* name, VYRAMenuID parent, int parentItem,
                                    VYRAMenuHandler_f handler, void* menuRef);
@@ -55,12 +56,14 @@ VYRA_API VYRAMenuID VYRACreateMenu(const char* name, VYRAMenuID parent, int pare
 /**
  * Destroys a menu that the calling plugin created, with all its items, also from inside its handler.
  * The item that it hung from stays. Menus of others: nothing happens.
+ * [started]
  */
 VYRA_API void VYRADestroyMenu(VYRAMenuID menu);
 
 /**
  * Removes all items, those of other plugins too, from a menu that the calling plugin created. The host
  * keeps an entry without a name for each. Menus of others: nothing happens.
+ * [started]
  */
 VYRA_API void VYRAClearAllMenuItems(VYRAMenuID menu);
 
@@ -73,37 +76,48 @@ VYRA_API void VYRAClearAllMenuItems(VYRAMenuID menu);
  * name: the item's text. itemRef: passed to the menu's handler; what it points to belongs to the plugin.
  * flag: passed on to the host, whose documentation says what it means.
  * Result: the item number, or -1 when there is no such menu or no name.
+ * [started]
  */
 VYRA_API int VYRAAppendMenuItem(VYRAMenuID menu, const char* name, void* itemRef, int flag);
 
-/** Appends a separator: an item called "-", with a null itemRef and flag 0. Result: its item number. */
+/**
+ * Appends a separator: an item called "-", with a null itemRef and flag 0. Result: its item number.
+ * [started]
+ */
 VYRA_API int VYRAAppendMenuSeparator(VYRAMenuID menu);
 
 /**
  * Removes one of the calling plugin's items.
  * Error: when the plugin has no item of this number in the menu, "VYRARemoveMenuItem was passed an out of
  * range item index."; nothing changes then.
+ * [started]
  */
 VYRA_API void VYRARemoveMenuItem(VYRAMenuID menu, int index);
 
 /**
  * Renames one of the calling plugin's items. flag: as in VYRAAppendMenuItem. When the plugin has no item
  * of this number, the host is asked to rename item -1.
+ * [started]
  */
 VYRA_API void VYRASetMenuItemName(VYRAMenuID menu, int index, const char* name, int flag);
 
-/** Sets an item's check mark, VYRA_MENU_*. Nothing changes when the plugin has no item of this number. */
+/**
+ * Sets an item's check mark, VYRA_MENU_*. Nothing changes when the plugin has no item of this number.
+ * [started]
+ */
 VYRA_API void VYRACheckMenuItem(VYRAMenuID menu, int index, int check);
 
 /**
  * Reads an item's check mark as it was last set. *outCheck is left untouched when the plugin has no item
  * of this number; outCheck may be null.
+ * [started]
  */
 VYRA_API void VYRACheckMenuItemState(VYRAMenuID menu, int index, int* outCheck);
 
 /**
  * Enables an item, or with 0 disables it: it then cannot be picked. Nothing changes when the plugin has no
  * item of this number.
+ * [started]
  */
 VYRA_API void VYRAEnableMenuItem(VYRAMenuID menu, int index, int enabled);
 

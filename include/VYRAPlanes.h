@@ -38,6 +38,7 @@ typedef void (*VYRAPlanesReturned_f)(void* refcon);
  *
  * Result: 1 when the caller holds the planes, freshly with no limit set; a caller that held them before
  * keeps its wishes and its limit, and `aircraft` is ignored. 0 when another plugin holds them.
+ * [started]
  */
 VYRA_API int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, void* refcon);
 
@@ -45,18 +46,21 @@ VYRA_API int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, v
  * Holder only. Gives the AI planes back: forgets the wishes and the limit, writes 0 to the dataref
  * "sim/private/net_disables/ai_loc[N]" of each AI plane, and tells every plugin that waits, before it
  * returns. When one of them throws, those behind it wait for the next time.
+ * [started]
  */
 VYRA_API void VYRAReleasePlanes(void);
 
 /**
  * Holder only. How many planes, the user's included, are to be active at most; -1 lifts the limit. Any
  * number is taken as it is, and the host is told the smaller of it and the number of planes.
+ * [started]
  */
 VYRA_API void VYRASetActiveAircraftCount(int count);
 
 /**
  * Writes 1 to the dataref "sim/private/net_disables/ai_loc[N]" of a plane, N being planeIndex: the host's
  * own AI stops flying it. Open to every plugin. Nothing happens where the host has no such dataref.
+ * [started]
  */
 VYRA_API void VYRADisableAIForPlane(int planeIndex);
 
@@ -65,6 +69,7 @@ VYRA_API void VYRADisableAIForPlane(int planeIndex);
  *
  * outTotal: the host's planes, the user's included. outActive: the same, or the holder's limit where that is
  * smaller. outController: the ID of the plugin that holds the AI planes, or -1.
+ * [started]
  */
 VYRA_API void VYRACountAircraft(int* outTotal, int* outActive, VYRAPluginID* outController);
 
@@ -73,6 +78,7 @@ VYRA_API void VYRACountAircraft(int* outTotal, int* outActive, VYRAPluginID* out
  *
  * x, y, z: its position. pitch, roll, yaw: its angles. full: 1 for the whole plane, 0 for a simpler picture.
  * drawingState: the host's record of flaps, gear and so on. Units and layout are the host's.
+ * [drawing]
  */
 VYRA_API void VYRADrawAircraft(int planeIndex, float x, float y, float z, float pitch, float roll, float yaw,
                                int full, void* drawingState);
@@ -86,6 +92,7 @@ VYRA_API void VYRADrawAircraft(int planeIndex, float x, float y, float z, float 
  * planeIndex: from 0; a negative one does nothing. path: the model's full path, copied; null, and a path of
  * 4,096 bytes or more, which names no file, do nothing; "" takes the wish back, though the host is still
  * asked to load it.
+ * [started]
  */
 VYRA_API void VYRASetAircraftModel(int planeIndex, const char* path);
 
@@ -95,6 +102,7 @@ VYRA_API void VYRASetAircraftModel(int planeIndex, const char* path);
  *
  * outFileName: null, or a buffer of 256 bytes for the model's file name. outPath: null, or a buffer of 512
  * bytes for its full path.
+ * [started]
  */
 VYRA_API void VYRAGetNthAircraftModel(int planeIndex, char* outFileName, char* outPath);
 
@@ -103,13 +111,17 @@ VYRA_API void VYRAGetNthAircraftModel(int planeIndex, char* outFileName, char* o
  *
  * path: the model's full path; null does nothing. The host is told as well what follows the last "/"; of a
  * path without one, that is all but the first character.
+ * [started]
  */
 VYRA_API void VYRASetUsersAircraft(const char* path);
 
-/** Puts the user's plane on an airport. Open to every plugin. The code goes to the host as it is. */
+/**
+ * Puts the user's plane on an airport. Open to every plugin. The code goes to the host as it is.
+ * [started]
+ */
 VYRA_API void VYRAPlaceUserAtAirport(const char* airportCode);
 
-/** Holder only. Starts the user's plane anew where it is. Hosts of a version below 568 cannot. */
+/** Holder only. Starts the user's plane anew where it is. Hosts of a version below 568 cannot. [started] */
 VYRA_API void VYRAReinitUsersPlane(void);
 
 VYRA_END_DECLARATIONS

@@ -68,24 +68,27 @@ VYRA_PLUGIN_EXPORT void VyPluginReceiveMessage(VYRAPluginID fromPlugin, int mess
 /* The host's messages, sent to every enabled plugin. Two have a meaning that the library gives them;
  * their parameter is the plane's index, cast to a pointer, and 0 is the user's own plane. The others are
  * the host's notifications, and its documentation says what they mean. */
-#define VYRA_MESSAGE_HOST_101 101
-#define VYRA_MESSAGE_PLANE_LOADED 102
-#define VYRA_MESSAGE_HOST_103 103
-#define VYRA_MESSAGE_HOST_104 104
-#define VYRA_MESSAGE_HOST_105 105
-#define VYRA_MESSAGE_PLANE_UNLOADED 106
-#define VYRA_MESSAGE_HOST_107 107
-#define VYRA_MESSAGE_HOST_108 108
+#define VYRA_MESSAGE_HOST_101 101       /* the host's */
+#define VYRA_MESSAGE_PLANE_LOADED 102   /* a plane was loaded */
+#define VYRA_MESSAGE_HOST_103 103       /* the host's */
+#define VYRA_MESSAGE_HOST_104 104       /* the host's */
+#define VYRA_MESSAGE_HOST_105 105       /* the host's */
+#define VYRA_MESSAGE_PLANE_UNLOADED 106 /* a plane was unloaded */
+#define VYRA_MESSAGE_HOST_107 107       /* the host's */
+#define VYRA_MESSAGE_HOST_108 108       /* the host's */
 
 /* ---- The registry --------------------------------------------------------------------------------- */
 
-/** The calling plugin's ID. */
+/** The calling plugin's ID. [always] */
 VYRA_API VYRAPluginID VYRAGetMyID(void);
 
-/** The number of records in the registry, the host's included. */
+/** The number of records in the registry, the host's included. [always] */
 VYRA_API int VYRACountPlugins(void);
 
-/** The ID of plugin number `index`. IDs are indices: `index` comes back unchanged, without a range check. */
+/**
+ * The ID of plugin number `index`. IDs are indices: `index` comes back unchanged, without a range check.
+ * [always]
+ */
 VYRA_API VYRAPluginID VYRAGetNthPlugin(int index);
 
 /**
@@ -94,12 +97,14 @@ VYRA_API VYRAPluginID VYRAGetNthPlugin(int index);
  * path: a terminated path; null and "" find nothing. For a caller without the feature "VYRA_USE_NATIVE_PATHS"
  * the path is taken to be in the host's older encoding, which on this platform is UTF-8 as well. The
  * host's own record answers to "brelund.skyvora.skyvora".
+ * [always]
  */
 VYRA_API VYRAPluginID VYRAFindPluginByPath(const char* path);
 
 /**
  * The first plugin with exactly this signature (compared byte by byte), or -1. The host has an empty
  * signature, so "" finds plugin 0. Null finds nothing.
+ * [always]
  */
 VYRA_API VYRAPluginID VYRAFindPluginBySignature(const char* signature);
 
@@ -109,11 +114,15 @@ VYRA_API VYRAPluginID VYRAFindPluginBySignature(const char* signature);
  * plugin: an ID; the buffers are left untouched when there is no such plugin.
  * outName, outFilePath, outSignature, outDescription: each null, or a buffer of 256 bytes that receives
  * the text, cut to 255 bytes and terminated.
+ * [always]
  */
 VYRA_API void VYRAGetPluginInfo(VYRAPluginID plugin, char* outName, char* outFilePath, char* outSignature,
                                 char* outDescription);
 
-/** 1 when the plugin is enabled, 0 when it is not or there is no such plugin. The host is enabled. */
+/**
+ * 1 when the plugin is enabled, 0 when it is not or there is no such plugin. The host is enabled.
+ * [always]
+ */
 VYRA_API int VYRAIsPluginEnabled(VYRAPluginID plugin);
 
 /* ---- Enabling, disabling, reloading --------------------------------------------------------------- */
@@ -127,6 +136,7 @@ VYRA_API int VYRAIsPluginEnabled(VYRAPluginID plugin);
  * it refused; it disabled itself in what it was handed; its module is still being opened; its enable call is
  * still running; it is on its way out (turned down after its start, being stopped, or stopped); its module is
  * closed. Nothing is logged.
+ * [always]
  */
 VYRA_API int VYRAEnablePlugin(VYRAPluginID plugin);
 
@@ -135,12 +145,14 @@ VYRA_API int VYRAEnablePlugin(VYRAPluginID plugin);
  * told, while it still counts as enabled; then it is disabled and its VyPluginDisable called. What it took
  * back in these calls is taken again, and it is not told. 0, unknown IDs and plugins that are not enabled:
  * nothing happens.
+ * [always]
  */
 VYRA_API void VYRADisablePlugin(VYRAPluginID plugin);
 
 /**
  * Asks for all plugins to be stopped, unloaded and loaded afresh. Only a wish is noted: it is carried out
  * at the end of the next flight-loop pass, so a plugin may call this from any of its callbacks.
+ * [always]
  */
 VYRA_API void VYRAReloadPlugins(void);
 
@@ -152,6 +164,7 @@ VYRA_API void VYRAReloadPlugins(void);
  * plugin: the receiver, or -1 for every plugin in ascending order: the host first, the sender too.
  * Receivers that are disabled, have no receive function or do not exist are passed over in silence.
  * message: any number; the library uses 101 to 108. param: passed on unchanged.
+ * [always]
  */
 VYRA_API void VYRASendMessageToPlugin(VYRAPluginID plugin, int message, void* param);
 
@@ -166,23 +179,28 @@ VYRA_API void VYRASendMessageToPlugin(VYRAPluginID plugin, int message, void* pa
 /** Called once for each feature. `feature` belongs to the library and lives as long as it does. */
 typedef void (*VYRAFeatureEnumerator_f)(const char* feature, void* refcon);
 
-/** 1 when the library knows a feature of this name (exact, case-sensitive), else 0; 0 for null. */
+/** 1 when the library knows a feature of this name (exact, case-sensitive), else 0; 0 for null. [always] */
 VYRA_API int VYRAHasFeature(const char* feature);
 
 /**
  * The calling plugin's flag for a feature, as it was last stored with VYRAEnableFeature; 0 at first.
  * Error: for an unknown name, "Illegal feature name passed to VYRAEnableFeature" (that function's name in
  * both cases); the result is then 0.
+ * [always]
  */
 VYRA_API int VYRAIsFeatureEnabled(const char* feature);
 
 /**
  * Stores the calling plugin's flag for a feature. `enable` is stored unchanged; everything but 0 counts
  * as enabled. Error: for an unknown name, "Illegal feature name passed to VYRAEnableFeature".
+ * [always]
  */
 VYRA_API void VYRAEnableFeature(const char* feature, int enable);
 
-/** Calls `enumerator` once for each feature, in the library's order. A null enumerator does nothing. */
+/**
+ * Calls `enumerator` once for each feature, in the library's order. A null enumerator does nothing.
+ * [always]
+ */
 VYRA_API void VYRAEnumerateFeatures(VYRAFeatureEnumerator_f enumerator, void* refcon);
 
 /* ---- Errors and the log --------------------------------------------------------------------------- */
@@ -195,22 +213,25 @@ typedef void (*VYRAError_f)(const char* message);
  * misuse. Some functions check their arguments only for plugins that have one: set it while developing.
  * Misuse inside an error callback is reported too, but no more than four error callbacks run inside each
  * other: in the innermost it is as if the plugin had none.
+ * [always]
  */
 VYRA_API void VYRASetErrorCallback(VYRAError_f callback);
 
 /**
  * Appends a text to the host's log as it stands, without a newline of its own. Null, and a call before
  * the library was started, write nothing.
+ * [always]
  */
 VYRA_API void VYRADebugString(const char* text);
 
 /**
  * The calling plugin's name, for diagnostics: "[VYRA_PLUGIN_SKYVORA]" for the host. Never null; the text
  * belongs to the library and is valid until a plugin is loaded or unloaded.
+ * [always]
  */
 VYRA_API const char* VYRADebugGetCurrentPluginName(void);
 
-/** 1 once the host has started the library, else 0. May be called at any time. */
+/** 1 once the host has started the library, else 0. May be called at any time. [always] */
 VYRA_API int VYRAInitialized(void);
 
 VYRA_END_DECLARATIONS

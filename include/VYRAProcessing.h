@@ -21,10 +21,10 @@
 
 VYRA_BEGIN_DECLARATIONS
 
-/** Simulation time in seconds, as the host tells it; 0 before the library was started. */
+/** Simulation time in seconds, as the host tells it; 0 before the library was started. [always] */
 VYRA_API float VYRAGetElapsedTime(void);
 
-/** The number of passes run so far, of both phases. */
+/** The number of passes run so far, of both phases. [always] */
 VYRA_API int VYRAGetCycleNumber(void);
 
 /**
@@ -42,16 +42,18 @@ typedef float (*VYRAFlightLoop_f)(float elapsedSinceLastCall, float elapsedTime,
 
 /* ---- Flight loops by handle ------------------------------------------------------------------------ */
 
+/* A flight loop. The handle is valid until the flight loop is destroyed, or its plugin is unloaded. */
 typedef struct VYRAFlightLoopRecord* VYRAFlightLoopID;
 
 #define VYRA_FLIGHT_LOOP_PHASE_0 0 /* the pass of the host's event 0 */
 #define VYRA_FLIGHT_LOOP_PHASE_1 1 /* the pass of the host's event 10 */
 
+/* What a flight loop is created with. */
 typedef struct VYRAFlightLoopParams {
-  int structSize; /* sizeof(VYRAFlightLoopParams): 24 */
-  int phase;      /* VYRA_FLIGHT_LOOP_PHASE_0 or VYRA_FLIGHT_LOOP_PHASE_1 */
-  VYRAFlightLoop_f callback;
-  void* refcon; /* passed to the callback; what it points to belongs to the plugin */
+  int structSize;            /* sizeof(VYRAFlightLoopParams): 24 */
+  int phase;                 /* VYRA_FLIGHT_LOOP_PHASE_0 or VYRA_FLIGHT_LOOP_PHASE_1 */
+  VYRAFlightLoop_f callback; /* what is called */
+  void* refcon;              /* passed to the callback; what it points to belongs to the plugin */
 } VYRAFlightLoopParams;
 
 VYRA_LAYOUT_ASSERT(FlightLoopParamsIs24Bytes, sizeof(VYRAFlightLoopParams) == 24);
@@ -68,6 +70,7 @@ VYRA_LAYOUT_ASSERT(FlightLoopParamsRefconAt16, offsetof(VYRAFlightLoopParams, re
  * the creation: "Illegal struct size for VYRACreateFlightLoop", "Illegal phase type for
  * VYRACreateFlightLoop", "Null callback for VYRACreateFlightLoop". A flight loop with another phase or a
  * null callback is never called.
+ * [always]
  */
 VYRA_API VYRAFlightLoopID VYRACreateFlightLoop(const VYRAFlightLoopParams* params);
 
@@ -75,6 +78,7 @@ VYRA_API VYRAFlightLoopID VYRACreateFlightLoop(const VYRAFlightLoopParams* param
  * Destroys one of the calling plugin's flight loops, also from inside its own callback.
  * Error: "Attempt to remove a flight loop callback owned by another plugin.", also for a handle that is
  * none; nothing changes then.
+ * [always]
  */
 VYRA_API void VYRADestroyFlightLoop(VYRAFlightLoopID flightLoop);
 
@@ -85,6 +89,7 @@ VYRA_API void VYRADestroyFlightLoop(VYRAFlightLoopID flightLoop);
  * flight loop's last call (its creation, when it was never called).
  * Error: "Attempt to schedule a flight loop callback owned by another plugin.", also for a handle that is
  * none; nothing changes then.
+ * [always]
  */
 VYRA_API void VYRAScheduleFlightLoop(VYRAFlightLoopID flightLoop, float interval, int relativeToNow);
 
@@ -94,13 +99,19 @@ VYRA_API void VYRAScheduleFlightLoop(VYRAFlightLoopID flightLoop, float interval
  * compare no owner: a plugin can reach another's by naming its function.
  */
 
-/** Creates a flight loop of phase 0 and schedules it, counting from now. */
+/** Creates a flight loop of phase 0 and schedules it, counting from now. [always] */
 VYRA_API void VYRARegisterFlightLoopCallback(VYRAFlightLoop_f callback, float interval, void* refcon);
 
-/** Removes the most recently created flight loop with this callback and refcon; none: nothing happens. */
+/**
+ * Removes the most recently created flight loop with this callback and refcon; none: nothing happens.
+ * [always]
+ */
 VYRA_API void VYRAUnregisterFlightLoopCallback(VYRAFlightLoop_f callback, void* refcon);
 
-/** Schedules every flight loop with this callback and refcon; arguments as VYRAScheduleFlightLoop. */
+/**
+ * Schedules every flight loop with this callback and refcon; arguments as VYRAScheduleFlightLoop.
+ * [always]
+ */
 VYRA_API void VYRASetFlightLoopCallbackInterval(VYRAFlightLoop_f callback, float interval, int relativeToNow,
                                                 void* refcon);
 

@@ -44,10 +44,14 @@ VYRA_LAYOUT_ASSERT(ProbeInfoIsWetAt40, offsetof(VYRAProbeInfo, isWet) == 40);
  *
  * type: any number, unchecked; every probing with another than VYRA_PROBE_VERTICAL is an error.
  * Result: the handle, never null.
+ * [started]
  */
 VYRA_API VYRAProbeRef VYRACreateProbe(int type);
 
-/** Destroys a probe, also another plugin's. Any pointer may be passed: one that is no probe does nothing. */
+/**
+ * Destroys a probe, also another plugin's. Any pointer may be passed: one that is no probe does nothing.
+ * [started]
+ */
 VYRA_API void VYRADestroyProbe(VYRAProbeRef probe);
 
 /**
@@ -56,6 +60,7 @@ VYRA_API void VYRADestroyProbe(VYRAProbeRef probe);
  * probe: any pointer may be passed. x, y, z: the point. outInfo: the caller's record with its size set; after
  * VYRA_PROBE_ERROR, which a null one gives too, it is untouched.
  * Result: one of VYRA_PROBE_*. Errors are not reported otherwise.
+ * [started]
  */
 VYRA_API int VYRAProbeTerrainXYZ(VYRAProbeRef probe, float x, float y, float z, VYRAProbeInfo* outInfo);
 
@@ -68,13 +73,13 @@ VYRA_API int VYRAProbeTerrainXYZ(VYRAProbeRef probe, float x, float y, float z, 
 
 /* Where to draw an object. */
 typedef struct VYRADrawInfo {
-  int size; /* sizeof(VYRADrawInfo): 28 */
-  float x;
-  float y;
-  float z;
-  float pitch;
-  float heading;
-  float roll;
+  int size;      /* sizeof(VYRADrawInfo): 28 */
+  float x;       /* the place, in local coordinates */
+  float y;       /* likewise */
+  float z;       /* likewise */
+  float pitch;   /* an angle, in the host's unit */
+  float heading; /* likewise */
+  float roll;    /* likewise */
 } VYRADrawInfo;
 
 VYRA_LAYOUT_ASSERT(DrawInfoIs28Bytes, sizeof(VYRADrawInfo) == 28);
@@ -86,6 +91,7 @@ VYRA_LAYOUT_ASSERT(DrawInfoHeadingAt20, offsetof(VYRADrawInfo, heading) == 20);
  *
  * path: what paths are relative to is the host's to say; null loads nothing.
  * Result: the object, which the calling plugin owns, or null when it could not be loaded.
+ * [started]
  */
 VYRA_API VYRAObjectRef VYRALoadObject(const char* path);
 
@@ -109,6 +115,7 @@ typedef void (*VYRAObjectReady_f)(VYRAObjectRef object, void* refcon);
  *
  * The library trusts the host to complete each load once: a second completion of the same load is not
  * recognised.
+ * [started]
  */
 VYRA_API void VYRALoadObjectAsync(const char* path, VYRAObjectReady_f callback, void* refcon);
 
@@ -122,6 +129,7 @@ VYRA_API void VYRALoadObjectAsync(const char* path, VYRAObjectReady_f callback, 
  * Arguments are checked only for a plugin with an error callback; for any other, an object that it does not
  * own goes to the host, and sizes are not looked at. Errors, after which nothing at all is drawn: "Illegal
  * object, or object not owned by this plugin." and "Struct size mismatch for VYRADrawObjects".
+ * [drawing]
  */
 VYRA_API void VYRADrawObjects(VYRAObjectRef object, int count, const VYRADrawInfo* locations, int lighting,
                               int earthRelative);
@@ -129,6 +137,7 @@ VYRA_API void VYRADrawObjects(VYRAObjectRef object, int count, const VYRADrawInf
 /**
  * Gives back one load of an object by the calling plugin.
  * Error: when it has none, "Unknown object for VYRAUnloadObject"; nothing is released.
+ * [started]
  */
 VYRA_API void VYRAUnloadObject(VYRAObjectRef object);
 
@@ -138,6 +147,7 @@ VYRA_API void VYRAUnloadObject(VYRAObjectRef object);
  * path: a path of the library. latitude, longitude: a place; what is found may depend on it.
  * enumerator: called by the host with the path of each object found, before this function returns. refcon:
  * passed to it. Result: the host's count of them.
+ * [started]
  */
 VYRA_API int VYRALookupObjects(const char* path, float latitude, float longitude,
                                VYRALibraryEnumerator_f enumerator, void* refcon);

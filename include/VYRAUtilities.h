@@ -38,7 +38,7 @@ VYRA_BEGIN_DECLARATIONS
  */
 typedef int (*VYRACommandHandler_f)(VYRACommandRef command, int phase, void* refcon);
 
-/** The command of this name, or null when the host has none. Null for a null name. */
+/** The command of this name, or null when the host has none. Null for a null name. [started] */
 VYRA_API VYRACommandRef VYRAFindCommand(const char* name);
 
 /**
@@ -50,6 +50,7 @@ VYRA_API VYRACommandRef VYRAFindCommand(const char* name);
  * Error: for a name that begins with "sim/", "Plugin is illegally registering a command with the prefix
  * sim/", and in the host's log the warning "It is illegal to register a command starting with sim/". The
  * command is found or made nevertheless.
+ * [started]
  */
 VYRA_API VYRACommandRef VYRACreateCommand(const char* name, const char* description);
 
@@ -58,13 +59,14 @@ VYRA_API VYRACommandRef VYRACreateCommand(const char* name, const char* descript
  * it, and the host is told to continue it in each frame while the plugin is enabled. Ends with
  * VYRACommandEnd, or when the plugin is unloaded. A command that is pressed while the host is told of held
  * ones is first continued in the next frame.
+ * [started]
  */
 VYRA_API void VYRACommandBegin(VYRACommandRef command);
 
-/** Releases a command. The host is told also when the calling plugin does not hold it. */
+/** Releases a command. The host is told also when the calling plugin does not hold it. [started] */
 VYRA_API void VYRACommandEnd(VYRACommandRef command);
 
-/** Presses and releases a command. Whether the calling plugin holds it does not change. */
+/** Presses and releases a command. Whether the calling plugin holds it does not change. [started] */
 VYRA_API void VYRACommandOnce(VYRACommandRef command);
 
 /**
@@ -74,6 +76,7 @@ VYRA_API void VYRACommandOnce(VYRACommandRef command);
  * handler: null adds nothing. before: not 0, called before the host acts, and before all such handlers
  * that are there already; 0, called after the host has acted, and after all such handlers. refcon: passed
  * to the handler. The same handler may be added more than once, and is then called as often.
+ * [always]
  */
 VYRA_API void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                          void* refcon);
@@ -81,6 +84,7 @@ VYRA_API void VYRARegisterCommandHandler(VYRACommandRef command, VYRACommandHand
 /**
  * Removes one handler of the calling plugin: of those with this command, handler, before and refcon the
  * one that would be called first. None: nothing happens.
+ * [always]
  */
 VYRA_API void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHandler_f handler, int before,
                                            void* refcon);
@@ -94,13 +98,16 @@ VYRA_API void VYRAUnregisterCommandHandler(VYRACommandRef command, VYRACommandHa
 /* Size in bytes, terminator included, of the buffers for a path of the host. */
 enum { VYRA_PATH_SIZE = 512 };
 
-/** The host's root folder, ending in "/". outSystemPath: a buffer of 512 bytes; null does nothing. */
+/**
+ * The host's root folder, ending in "/". outSystemPath: a buffer of 512 bytes; null does nothing.
+ * [started]
+ */
 VYRA_API void VYRAGetSystemPath(char* outSystemPath);
 
-/** The host's preferences file. outPrefsPath: a buffer of 512 bytes; null does nothing. */
+/** The host's preferences file. outPrefsPath: a buffer of 512 bytes; null does nothing. [started] */
 VYRA_API void VYRAGetPrefsPath(char* outPrefsPath);
 
-/** What parts the folders of a path: "/". Never null; the text belongs to the library. */
+/** What parts the folders of a path: "/". Never null; the text belongs to the library. [always] */
 VYRA_API const char* VYRAGetDirectorySeparator(void);
 
 /**
@@ -110,6 +117,7 @@ VYRA_API const char* VYRAGetDirectorySeparator(void);
  * ioFullPath: a terminated path. "/a/b/" becomes "/a" and "b"; "/a" becomes "" and "a".
  * Result: the name. Without a "/" before it, that is the whole buffer: the start of "a", of "", and of "/",
  * which becomes "". Null for null.
+ * [always]
  */
 VYRA_API char* VYRAExtractFileAndPath(char* ioFullPath);
 
@@ -128,14 +136,15 @@ VYRA_API char* VYRAExtractFileAndPath(char* ioFullPath);
  *
  * Result: 1 when all names from firstReturn on and the ends of both lists found room; else 0, and what
  * found room was written, without either end. A size below 0 counts as 0.
+ * [always]
  */
 VYRA_API int VYRAGetDirectoryContents(const char* directoryPath, int firstReturn, char* outFileNames,
                                       int fileNameBufferSize, char** outIndices, int indexCount,
                                       int* outTotalFiles, int* outReturnedFiles);
 
 /* The host's two kinds of data file; what they hold is the host's to say. */
-#define VYRA_DATA_FILE_1 1
-#define VYRA_DATA_FILE_2 2
+#define VYRA_DATA_FILE_1 1 /* the first kind */
+#define VYRA_DATA_FILE_2 2 /* the second kind */
 
 /**
  * Has the host load a data file.
@@ -143,6 +152,7 @@ VYRA_API int VYRAGetDirectoryContents(const char* directoryPath, int firstReturn
  * fileType: VYRA_DATA_FILE_1 or _2. filePath: handed to the host as it is, null too.
  * Result: the host's; 0 after an error.
  * Error: for any other type, "Illegal file type passed to VYRALoadDataFile."
+ * [started]
  */
 VYRA_API int VYRALoadDataFile(int fileType, const char* filePath);
 
@@ -151,6 +161,7 @@ VYRA_API int VYRALoadDataFile(int fileType, const char* filePath);
  *
  * Errors: "Null file path passed to VYRASaveDataFile."; then, for any other type, "Illegal file type passed
  * to VYRASaveDataFile."
+ * [started]
  */
 VYRA_API int VYRASaveDataFile(int fileType, const char* filePath);
 
@@ -159,31 +170,36 @@ VYRA_API int VYRASaveDataFile(int fileType, const char* filePath);
  * Where nothing else is said, arguments go to the host as they are, and their meaning is the host's.
  */
 
-/** Presses a key in the user's stead. */
+/** Presses a key in the user's stead. [started] */
 VYRA_API void VYRASimulateKeyPress(int keyType, int key);
 
-/** Has the host speak a text. */
+/** Has the host speak a text. [started] */
 VYRA_API void VYRASpeakString(const char* text);
 
-/** Does what a key of the host's own list does. */
+/** Does what a key of the host's own list does. [started] */
 VYRA_API void VYRACommandKeyStroke(int key);
 
 /**
  * Presses a button of the host's own list and holds it: the host is told of it in each frame until it is
  * released, once for each time that it was pressed. Nothing but VYRACommandButtonRelease ends that, not even
  * the plugin's own end. Button 0 is none, as a 0 ends the list that the host reads: it is not held.
+ * [started]
  */
 VYRA_API void VYRACommandButtonPress(int button);
 
-/** Releases a button: takes back one press of it, by whichever plugin. The host is told in any case. */
+/**
+ * Releases a button: takes back one press of it, by whichever plugin. The host is told in any case.
+ * [started]
+ */
 VYRA_API void VYRACommandButtonRelease(int button);
 
-/** Has the host load its scenery anew. */
+/** Has the host load its scenery anew. [started] */
 VYRA_API void VYRAReloadScenery(void);
 
 /**
  * The name of a virtual key, as in "Page Up", "7", "A" or "Numpad-7"; "Unknown" for a code that has none.
  * Never null; the text belongs to the library.
+ * [always]
  */
 VYRA_API const char* VYRAGetVirtualKeyDescription(char virtualKey);
 
@@ -191,15 +207,17 @@ VYRA_API const char* VYRAGetVirtualKeyDescription(char virtualKey);
  * The versions of what runs. Each pointer may be null.
  *
  * outHostVersion, outHostId: the host's, in the host's own counting. outLibraryVersion: 210 for 2.1.
+ * [started]
  */
 VYRA_API void VYRAGetVersions(int* outHostVersion, int* outLibraryVersion, int* outHostId);
 
-/** The host's code of the language that it speaks. */
+/** The host's code of the language that it speaks. [started] */
 VYRA_API int VYRAGetLanguage(void);
 
 /**
  * A function that the host exports by name, beside this interface; null when it has none of this name. Its
  * type is the host's to say.
+ * [started]
  */
 VYRA_API void* VYRAFindSymbol(const char* name);
 

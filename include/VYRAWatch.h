@@ -68,11 +68,14 @@ typedef struct {
  *
  * May be called at any time, before the start too, from a signal handler and from another thread: it takes
  * no lock, allocates nothing and reads only memory that never moves. In another thread each record is whole,
- * but the stack goes on changing while it is read. */
+ * but the stack goes on changing while it is read.
+ * [any thread]
+ */
 VYRA_API int VYRAGetRunningCalls(VYRARunningCall* outCalls, int capacity);
 
 /* The spelling of a kind of call, "flight loop" for VYRA_CALL_FLIGHT_LOOP; "" for a number that is none. The
  * text is the library's and stays. May be called at any time, from a signal handler and another thread too.
+ * [any thread]
  */
 VYRA_API const char* VYRAGetCallKindName(int kind);
 
@@ -82,6 +85,7 @@ VYRA_API const char* VYRAGetCallKindName(int kind);
  * header. */
 typedef void (*VYRAWatch_f)(const VYRARunningCall* call, void* refcon);
 
+/* A watcher: two functions, and how much they want to be told. */
 typedef struct {
   int structSize;     /* sizeof(VYRAWatcher) */
   int wantsAccessors; /* other than 0: also told of accessors of datarefs, thousands in a frame */
@@ -100,17 +104,19 @@ typedef struct {
  * more. When a module's file is there and is opened, the library tells of VYRA_CALL_OPENING with the file's
  * path; how it ended stands in the log, or shows in the VYRA_CALL_START that follows.
  *
- * Main thread only; at any time, before the start too, and from inside a plugin's call. */
+ * Main thread only; at any time, before the start too, and from inside a plugin's call.
+ * [host]
+ */
 VYRA_API int VYRASetWatcher(const VYRAWatcher* watcher);
 
 /* A plugin's window. Edges in screen pixels, y upward, as the plugin set them: nothing orders them. */
 typedef struct {
-  VYRAWindowID window;
-  VYRAPluginID plugin; /* whose it is */
-  int left;
-  int top;
-  int right;
-  int bottom;
+  VYRAWindowID window;  /* its handle */
+  VYRAPluginID plugin;  /* whose it is */
+  int left;             /* the left edge */
+  int top;              /* the upper edge */
+  int right;            /* the right edge */
+  int bottom;           /* the lower edge */
   int isShown;          /* it is visible and its plugin is enabled: it is drawn, and under the mouse */
   int hasKeyboardFocus; /* keys go to it */
   int holdsMouse;       /* the mouse went down on it and is not yet up again */
@@ -119,36 +125,44 @@ typedef struct {
 /* Writes the windows of all plugins, hidden ones too, the front-most first, to outWindows, which has room for
  * `capacity` records, and returns how many there are, which may be more. outWindows may be null when capacity
  * is 0. Main thread only, once the library was started; in a frame, not between drawing step 20 and the
- * cursor query that follows it. */
+ * cursor query that follows it.
+ * [host]
+ */
 VYRA_API int VYRAGetWindows(VYRAWindowInfo* outWindows, int capacity);
 
 /* The window whose draw callback runs, or runs further out on the stack; null while none does. So a host's
- * drawing services know for which window they are called. Main thread only, at any time. */
+ * drawing services know for which window they are called. Main thread only, at any time.
+ * [host]
+ */
 VYRA_API VYRAWindowID VYRAGetDrawnWindow(void);
 
 /* A published dataref. */
 typedef struct {
-  const char* name; /* the library's, for the life of the process */
-  VYRADataTypeID types;
-  int isWritable;
-  VYRAPluginID owner; /* who publishes it */
+  const char* name;     /* the library's, for the life of the process */
+  VYRADataTypeID types; /* the type bits that the owner declared */
+  int isWritable;       /* others may write it */
+  VYRAPluginID owner;   /* who publishes it */
 } VYRADataRefInfo;
 
 /* Writes the datarefs that are published now, in the order of their names, to outDataRefs, which has room for
  * `capacity` records, and returns how many there are, which may be more. outDataRefs may be null when
- * capacity is 0. Main thread only; at any time, before the start too. */
+ * capacity is 0. Main thread only; at any time, before the start too.
+ * [host]
+ */
 VYRA_API int VYRAGetDataRefs(VYRADataRefInfo* outDataRefs, int capacity);
 
 /* A plugin's handler of a command. */
 typedef struct {
-  VYRAPluginID plugin;
-  int isBefore; /* it is called before the host acts on the command, and may keep it from that */
+  VYRAPluginID plugin; /* whose it is */
+  int isBefore;        /* it is called before the host acts on the command, and may keep it from that */
 } VYRACommandHandlerInfo;
 
 /* Writes the handlers of a command, in the order in which they are called, to outHandlers, which has room for
  * `capacity` records, and returns how many there are, which may be more. outHandlers may be null when
  * capacity is 0. Any pointer may be given: one that is no command has no handlers. Main thread only, at any
- * time. */
+ * time.
+ * [host]
+ */
 VYRA_API int VYRAGetCommandHandlers(VYRACommandRef command, VYRACommandHandlerInfo* outHandlers,
                                     int capacity);
 

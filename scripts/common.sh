@@ -18,6 +18,10 @@ BENCHMARK_PACKAGES=(libsimgear-dev libboost-dev libsigc++-2.0-dev libglib2.0-dev
 # shellcheck disable=SC2034
 ABI_PACKAGES=(abigail-tools g++ python3)
 
+# What scripts/reference needs.
+# shellcheck disable=SC2034
+REFERENCE_PACKAGES=(doxygen python3)
+
 # What scripts/package makes packages with, and scripts/check-packages tries them with.
 # shellcheck disable=SC2034
 PACKAGING_PACKAGES=(dpkg-dev file lintian mmdebstrap)
