@@ -8,6 +8,8 @@
 # and for the first and the last a package with the debug information that is taken out of them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vyra)
+# CMake's own default, which keeps the descriptions below from getting another first line.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_NAME} built using CMake")
 set(CPACK_PACKAGE_CONTACT "The VYRA authors <vyra@skyvora.org>")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_SOURCE_DIR}/build/packages")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -34,6 +36,8 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_LIBRARY_DEBUGINFO_PACKAGE ON)
+file(WRITE "${PROJECT_BINARY_DIR}/debian/triggers" "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_BINARY_DIR}/debian/triggers")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvyra-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
