@@ -68,7 +68,8 @@ void CreateWindow(Plugin& self) {
                                          &r};
   r.before = hasCursor ? 1 : 0;
   // Looking brings the anchor of the list back to its front: without, the window may hide others.
-  const bool looks = gInput.OneIn(2);
+  const bool looks = !gInput.OneIn(16);
+  gMayHide = gMayHide || !looks;
   WindowStates windows = looks ? Windows() : WindowStates();
   r.handle = Do<VYRACreateWindowEx>(&params);
   Require((r.handle != nullptr) == (params.structSize == 72),

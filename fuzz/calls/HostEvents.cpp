@@ -93,7 +93,7 @@ void Draw() {
                                                      : std::vector<const void*>();
   const int result = VYRADoDrawingHook(call.step, isReflection);
   call.Returned();
-  call.RequireTurns(meant);
+  if (!gMayHide) call.RequireTurns(meant);
   int answer = 1;
   for (const Turn& turn : call.turns) {
     const auto& r = *static_cast<const Registration*>(turn.who);
@@ -125,7 +125,7 @@ void Key() {
     const auto& r = *static_cast<const Registration*>(turn.who);
     return r.family != Family::sniffer || turn.answer == 0;
   };
-  call.RequireTurns(meant, consumes);
+  if (!gMayHide) call.RequireTurns(meant, consumes);
   for (const Turn& turn : call.turns) {
     Require(!isConsumed, "a key goes on that was consumed");
     isConsumed = consumes(turn);
@@ -148,6 +148,7 @@ void Mouse() {
   Call call("VYRAMouseClickHook");
   call.told = {x, y, isDown ? VYRA_MOUSE_DOWN : VYRA_MOUSE_UP};
   const int result = VYRAMouseClickHook(x, y, isDown ? 1 + gInput.Below(2) : 0);
+  if (gMayHide) return;
   if (isDown) {
     call.RequireTurns(meant, IsTaken);
   } else {
@@ -190,15 +191,12 @@ void Wheel() {
 
 void Camera() {
   float values[7] = {0, 1, 2, 3, 4, 5, 6};
-  std::vector<const void*> meant;
-  if (gBook.camera != nullptr && gBook.camera->owner->enabled) meant.push_back(gBook.camera);
-  const bool known = gBook.cameraKnown;
-  const Registration* const refused = meant.empty() ? gBook.camera : nullptr;
+  const bool isAsked = gBook.camera != nullptr && gBook.camera->owner->enabled;
+  const Registration* const refused = isAsked ? nullptr : gBook.camera;
   Call call("VYRACameraHook");
   const int result =
       VYRACameraHook(&values[0], &values[1], &values[2], &values[3], &values[4], &values[5], &values[6]);
   if (gBook.camera == refused) gBook.camera = nullptr;  // who may not be asked loses it
-  if (known) call.RequireTurns(meant);
   if (call.IsDisturbed()) return;
   const int answer = call.turns.empty() ? 0 : call.turns.back().answer;
   Require(result == 1 - answer, "the host hears wrongly who has the camera");
@@ -334,7 +332,8 @@ void Broadcast() {
   const bool isOther = hasPlane ? gInput.OneIn(3) : hasParam;
   const auto param = reinterpret_cast<void*>(static_cast<std::intptr_t>(isOther ? 1 + gInput.Below(9) : 0));
   call.param = param;
-  call.told = {VYRA_HOST_PLUGIN, MessageOf(event), 0};
+  // The planes' own plugins are told more: of the mouse, when they are disabled.
+  if (!hasPlane || isOther) call.told = {VYRA_HOST_PLUGIN, MessageOf(event), 0};
   const auto receivers = gBook.Receivers();
   Unloading(event == VYRA_EVENT_PLANE_UNLOADED && !isOther ? kByPlane : 0,
             [&] { VYRAEventHook(event, param, nullptr, 0, 0); });
@@ -343,12 +342,9 @@ void Broadcast() {
 }
 
 void ViewChanged() {
-  std::vector<const void*> meant;
   const bool ends = gBook.camera != nullptr && gBook.cameraDuration == VYRA_CAMERA_UNTIL_VIEW_CHANGES;
-  if (ends && gBook.camera->owner->enabled) meant.push_back(gBook.camera);
   Call call("view changed");
   VYRAEventHook(VYRA_EVENT_VIEW_CHANGED, nullptr, nullptr, 0, 0);
-  if (gBook.cameraKnown && gBook.losing == 0 && gBook.losingCamera == 0) call.RequireTurns(meant);
   if (ends && !call.IsDisturbed()) gBook.camera = nullptr;
 }
 void Scenery() {

@@ -12,6 +12,7 @@
 #include "Host.h"
 #include "Input.h"
 #include "Menus.h"
+#include "Windows.h"
 
 namespace calls {
 
@@ -150,6 +151,7 @@ void Run(const std::uint8_t* data, std::size_t size) {
   gBook = Book();
   gHost = Host();
   gMenuBook = Menus();
+  gMayHide = false;
   Plugin& host = gBook.Add(nullptr, kDriver.callbacks);
   host.id = VYRA_HOST_PLUGIN;
   host.started = host.loaded = host.enabled = true;

@@ -33,6 +33,9 @@ struct WindowState {
 
 using WindowStates = std::vector<WindowState>;
 
+// Whether windows of this run may be hidden by others, which nobody lists then.
+inline bool gMayHide = false;
+
 // All windows, the front-most first.
 WindowStates Windows();
 
