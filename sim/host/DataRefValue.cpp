@@ -46,11 +46,11 @@ Element Convert(double number) {
 
 template <class Element>
 void WriteElements(VYRADataRef dataRef, void (*write)(VYRADataRef, Element*, int, int),
-                   const std::vector<double>& numbers) {
+                   const std::vector<double>& numbers, int first) {
   std::vector<Element> elements;
   elements.reserve(numbers.size());
   for (const double number : numbers) elements.push_back(Convert<Element>(number));
-  write(dataRef, elements.data(), 0, static_cast<int>(elements.size()));
+  write(dataRef, elements.data(), first, static_cast<int>(elements.size()));
 }
 
 bool WriteNumber(VYRADataRef dataRef, VYRADataTypeID types, double number) {
@@ -65,11 +65,11 @@ bool WriteNumber(VYRADataRef dataRef, VYRADataTypeID types, double number) {
   return true;
 }
 
-bool WriteNumbers(VYRADataRef dataRef, VYRADataTypeID types, const std::vector<double>& numbers) {
+bool WriteNumbers(VYRADataRef dataRef, VYRADataTypeID types, const std::vector<double>& numbers, int first) {
   if ((types & VYRA_TYPE_FLOAT_ARRAY) != 0)
-    WriteElements<float>(dataRef, VYRASetDatavf, numbers);
+    WriteElements<float>(dataRef, VYRASetDatavf, numbers, first);
   else if ((types & VYRA_TYPE_INT_ARRAY) != 0)
-    WriteElements<int>(dataRef, VYRASetDatavi, numbers);
+    WriteElements<int>(dataRef, VYRASetDatavi, numbers, first);
   else
     return false;
   return true;
@@ -93,11 +93,11 @@ std::optional<DataRefValue> Read(VYRADataRef dataRef) {
 }
 
 // False when the dataref has another type.
-bool Write(VYRADataRef dataRef, const DataRefValue& value) {
+bool Write(VYRADataRef dataRef, const DataRefValue& value, int firstElement) {
   const VYRADataTypeID types = VYRAGetDataRefTypes(dataRef);
   if (const auto* const number = std::get_if<double>(&value)) return WriteNumber(dataRef, types, *number);
   if (const auto* const numbers = std::get_if<std::vector<double>>(&value))
-    return WriteNumbers(dataRef, types, *numbers);
+    return WriteNumbers(dataRef, types, *numbers, firstElement);
   return WriteText(dataRef, types, std::get<std::string>(value));
 }
 
@@ -109,11 +109,11 @@ std::optional<DataRefValue> ReadDataRef(const std::string& name) {
   return CallHook("VYRAGetData", [dataRef] { return Read(dataRef); });
 }
 
-std::string WriteDataRef(const std::string& name, const DataRefValue& value) {
+std::string WriteDataRef(const std::string& name, const DataRefValue& value, int firstElement) {
   const VYRADataRef dataRef = VYRAFindDataRef(name.c_str());
   if (dataRef == nullptr) return "nobody publishes it";
   if (VYRACanWriteDataRef(dataRef) == 0) return "it is not writable";
-  const bool fits = CallHook("VYRASetData", [&] { return Write(dataRef, value); });
+  const bool fits = CallHook("VYRASetData", [&] { return Write(dataRef, value, firstElement); });
   return fits ? "" : "it has another type";
 }
 

@@ -14,9 +14,9 @@ using DataRefValue = std::variant<double, std::vector<double>, std::string>;
 // int array, data (up to its first zero byte). Nothing when nobody publishes it.
 std::optional<DataRefValue> ReadDataRef(const std::string& name);
 
-// Writes an int, float or double from a number, an array from numbers, data from a text, from the start.
-// The result is empty, or says why nothing was written.
-std::string WriteDataRef(const std::string& name, const DataRefValue& value);
+// Writes an int, float or double from a number, an array from numbers, data from a text, from the start; or
+// an array from this element on. The result is empty, or says why nothing was written.
+std::string WriteDataRef(const std::string& name, const DataRefValue& value, int firstElement = 0);
 
 // The types that a dataref offers, as in "int, float".
 std::string TypeNames(int types);

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
-#include <optional>
+#include <span>
 #include <vector>
 
 #include "host/FlightBoard.h"
@@ -14,8 +14,7 @@
 namespace sim {
 namespace {
 
-constexpr int kBar = 0;
-constexpr int kNone = -1;
+constexpr int kNone = kNoMenu;
 
 struct MenuItem {
   int number;
@@ -26,7 +25,7 @@ struct MenuItem {
 
 using Menu = std::vector<MenuItem>;
 
-std::map<int, Menu> gMenus{{kBar, {}}};
+std::map<int, Menu> gMenus{{kMenuBar, {}}};
 int gLastNumber = 0;  // of a menu or an item
 
 struct Place {
@@ -52,9 +51,9 @@ int AppendItem(int menu, int /*position*/, const char* name, int /*flag*/) {
 int CreateMenu(int parentMenu, int parentItem, const char* name) {
   const int number = ++gLastNumber;
   gMenus[number];
-  if (parentMenu == kBar) {
-    AppendItem(kBar, 0, name, 0);
-    gMenus[kBar].back().subMenu = number;
+  if (parentMenu == kMenuBar) {
+    AppendItem(kMenuBar, 0, name, 0);
+    gMenus[kMenuBar].back().subMenu = number;
   } else if (MenuItem* const parent = ItemAt({parentMenu, parentItem})) {
     parent->subMenu = number;
   }
@@ -62,9 +61,9 @@ int CreateMenu(int parentMenu, int parentItem, const char* name) {
 }
 
 void DestroyMenu(int menu) {
-  if (menu == kBar) return;
+  if (menu == kMenuBar) return;
   gMenus.erase(menu);
-  std::erase_if(gMenus[kBar], [menu](const MenuItem& title) { return title.subMenu == menu; });
+  std::erase_if(gMenus[kMenuBar], [menu](const MenuItem& title) { return title.subMenu == menu; });
   for (auto& [number, other] : gMenus)
     for (MenuItem& item : other)
       if (item.subMenu == menu) item.subMenu = kNone;
@@ -74,18 +73,22 @@ void RemoveItem(int menu, int item) {
   if (ItemAt({menu, item}) != nullptr) gMenus[menu].erase(gMenus[menu].begin() + item);
 }
 
-std::optional<Place> Find(const std::vector<std::string>& way) {
-  Place place{kNone, kNone};
-  int menu = kBar;
-  for (const std::string& name : way) {
-    const auto found = gMenus.find(menu);
-    if (found == gMenus.end()) return std::nullopt;
-    const auto item = std::ranges::find(found->second, name, &MenuItem::name);
-    if (item == found->second.end()) return std::nullopt;
-    place = {menu, static_cast<int>(item - found->second.begin())};
-    menu = item->subMenu;
+// Adds the places of the items with this way through a menu, in their order.
+void FindIn(int menu, std::span<const std::string> way, std::vector<Place>& places) {
+  const auto found = gMenus.find(menu);
+  if (found == gMenus.end() || way.empty()) return;
+  for (int position = 0; const MenuItem& item : found->second) {
+    const Place place{menu, position++};
+    if (item.name != way.front()) continue;
+    if (way.size() == 1) places.push_back(place);
+    if (item.subMenu != kNone) FindIn(item.subMenu, way.subspan(1), places);
   }
-  return place;
+}
+
+std::vector<Place> Find(const std::vector<std::string>& way) {
+  std::vector<Place> places;
+  FindIn(kMenuBar, way, places);
+  return places;
 }
 
 std::string StateAt(Place place) {
@@ -121,24 +124,43 @@ void FillMenuServices(VYRAHostServices& services) {
   services.DestroyMenu = DestroyMenu;
 }
 
-std::string PickMenuItem(const std::vector<std::string>& way) {
-  const std::optional<Place> place = Find(way);
-  if (!place) return "there is no such item";
-  if (VYRAMenuItemEnabled(place->menu, place->position) == 0) return "it is disabled";
-  if (CallHook("VYRAMenuHook", VYRAMenuHook, ItemAt(*place)->number) != 0) return "no plugin knows it";
+std::string PickMenuItem(const std::vector<std::string>& way, int number) {
+  const std::vector<Place> places = Find(way);
+  if (number < 1 || number > std::ssize(places)) return "there is no such item";
+  const Place place = places[static_cast<std::size_t>(number - 1)];
+  if (VYRAMenuItemEnabled(place.menu, place.position) == 0) return "it is disabled";
+  if (CallHook("VYRAMenuHook", VYRAMenuHook, ItemAt(place)->number) != 0) return "no plugin knows it";
   ++gActivity.menuPicks;
   return "";
 }
 
+std::vector<MenuLine> MenuLines(int menu) {
+  std::vector<MenuLine> lines;
+  const auto found = gMenus.find(menu);
+  if (found == gMenus.end()) return lines;
+  for (int position = 0; const MenuItem& item : found->second) {
+    const std::string state = StateAt({menu, position++});
+    lines.push_back({item.name, item.subMenu, state != "disabled", state == "checked"});
+  }
+  return lines;
+}
+
+int NumberOfMenuItem(const std::vector<std::string>& way, int menu, int position) {
+  const std::vector<Place> places = Find(way);
+  const auto found = std::ranges::find_if(
+      places, [&](Place place) { return place.menu == menu && place.position == position; });
+  return static_cast<int>(found - places.begin()) + 1;
+}
+
 std::vector<MenuItemInfo> ListMenuItems() {
   std::vector<MenuItemInfo> list;
-  AddItems(kBar, {}, list);
+  AddItems(kMenuBar, {}, list);
   return list;
 }
 
 std::string MenuItemState(const std::vector<std::string>& way) {
-  const std::optional<Place> place = Find(way);
-  return place ? StateAt(*place) : "absent";
+  const std::vector<Place> places = Find(way);
+  return places.empty() ? "absent" : StateAt(places.front());
 }
 
 }  // namespace sim

@@ -1,5 +1,5 @@
-#include "VYRAWatch.h"
 #include "host/CommandServices.h"
+#include "host/Inventory.h"
 #include "host/PluginList.h"
 #include "list/List.h"
 
@@ -8,11 +8,9 @@ namespace {
 
 // The plugins whose handlers they are, in the order in which they are called.
 Rows HandlersOf(VYRACommandRef command) {
-  std::vector<VYRACommandHandlerInfo> infos(
-      static_cast<std::size_t>(VYRAGetCommandHandlers(command, nullptr, 0)));
-  VYRAGetCommandHandlers(command, infos.data(), static_cast<int>(infos.size()));
   Rows handlers = Rows::array();
-  for (const VYRACommandHandlerInfo& handler : infos) handlers.push_back(OwnerOf(handler.plugin));
+  for (const VYRACommandHandlerInfo& handler : CommandHandlers(command))
+    handlers.push_back(OwnerOf(handler.plugin));
   return handlers;
 }
 

@@ -1,27 +1,11 @@
 // Units and descriptions are known of the simulator's own alone.
-#include <algorithm>
-
-#include "VYRAWatch.h"
 #include "host/DataRefValue.h"
-#include "host/OwnDataRefs.h"
+#include "host/Inventory.h"
 #include "host/PluginList.h"
 #include "list/List.h"
 
 namespace sim {
 namespace {
-
-std::vector<VYRADataRefInfo> PublishedDataRefs() {
-  std::vector<VYRADataRefInfo> infos(static_cast<std::size_t>(VYRAGetDataRefs(nullptr, 0)));
-  VYRAGetDataRefs(infos.data(), static_cast<int>(infos.size()));
-  return infos;
-}
-
-const DataRefRow* OwnRow(const VYRADataRefInfo& dataRef) {
-  if (dataRef.owner != VYRA_HOST_PLUGIN) return nullptr;
-  const std::vector<DataRefRow>& rows = OwnDataRefs();
-  const auto found = std::ranges::lower_bound(rows, dataRef.name, {}, &DataRefRow::name);
-  return found != rows.end() && found->name == dataRef.name ? &*found : nullptr;
-}
 
 // Whole numbers as such.
 Rows ToRow(const DataRefValue& value, bool isWhole) {
@@ -43,7 +27,7 @@ Rows ValueOf(const VYRADataRefInfo& dataRef) {
 Rows ListedDataRefs() {
   Rows rows = Rows::array();
   for (const VYRADataRefInfo& dataRef : PublishedDataRefs()) {
-    const DataRefRow* const own = OwnRow(dataRef);
+    const DataRefRow* const own = OwnDataRefRow(dataRef);
     rows.push_back({{"name", dataRef.name},
                     {"type", TypeNames(dataRef.types)},
                     {"unit", own != nullptr ? own->unit : ""},

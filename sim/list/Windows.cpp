@@ -1,14 +1,12 @@
-#include "VYRAWatch.h"
+#include "host/Inventory.h"
 #include "host/PluginList.h"
 #include "list/List.h"
 
 namespace sim {
 
 Rows ListedWindows() {
-  std::vector<VYRAWindowInfo> infos(static_cast<std::size_t>(VYRAGetWindows(nullptr, 0)));
-  VYRAGetWindows(infos.data(), static_cast<int>(infos.size()));
   Rows rows = Rows::array();
-  for (int place = 1; const VYRAWindowInfo& window : infos)
+  for (int place = 1; const VYRAWindowInfo& window : PluginWindows())
     rows.push_back({{"place", place++},  // from the front
                     {"left", window.left},
                     {"top", window.top},

@@ -111,6 +111,10 @@ TEST_F(FlightFile, ValuesAreWhatTheirKeysDeclare) {
             "1:41: steps[0]: \"pickMenuItem\" must be a text or an array of texts");
   EXPECT_EQ(step(R"("writeDataRef": {"name": "a", "value": [1, "b"]})"),
             "1:64: steps[0].writeDataRef: \"value\" must be a number, an array of numbers or a text");
+  EXPECT_EQ(step(R"("writeDataRef": {"name": "a", "value": "b", "index": 1})"),
+            "1:64: steps[0].writeDataRef: \"value\" can only be numbers where an element is written");
+  EXPECT_EQ(step(R"("writeDataRef": {"name": "a", "value": 1, "index": 1, "overFrames": 2})"),
+            "1:79: steps[0].writeDataRef: an element is written at once");
   EXPECT_NE(step(R"("loadAircraft": "Glider.acf")").find("steps[0]: there is no aircraft file"),
             std::string::npos);
 }

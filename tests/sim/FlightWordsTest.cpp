@@ -143,6 +143,37 @@ TEST_F(FlightWords, UserTouchesWhatPluginsHave) {
     EXPECT_NE(run.output.find(told), std::string::npos) << told << "\n" << run.output;
 }
 
+// One hot key of several, one item of two with the same name, one element of an array.
+TEST_F(FlightWords, UserChangesOneOfSeveral) {
+  folder.Install("toucher", "toucher/64/lin.vyp");
+  const Strings results = Fly(10, R"({
+    "steps": [
+      {"frame": 2, "bindHotKey": {"of": "org.skyvora.test.toucher", "description": "Touches", "to": "f5",
+                                  "modifiers": ["alt"]}},
+      {"frame": 3, "key": "F4", "modifiers": ["shift", "control"]},
+      {"frame": 4, "key": "F5", "modifiers": ["alt"]},
+      {"frame": 5, "bindHotKey": {"of": "org.skyvora.test.toucher", "to": "F6"}},
+      {"frame": 5, "bindHotKey": {"of": "org.skyvora.test.toucher", "description": "Touches", "number": 2,
+                                  "to": "F6"}},
+      {"frame": 6, "pickMenuItem": ["Plugins", "Touch", "Left/Right"], "number": 2},
+      {"frame": 6, "pickMenuItem": ["Plugins", "Touch", "Left/Right"], "number": 3},
+      {"frame": 7, "writeDataRef": {"name": "touch/numbers", "value": [1, 2, 3]}},
+      {"frame": 7, "writeDataRef": {"name": "touch/numbers", "value": 7.5, "index": 1}}],
+    "expectations": [
+      {"frame": 2, "hotKey": "F5", "modifiers": ["alt"], "of": "org.skyvora.test.toucher"},
+      {"frame": 3, "logLacks": "toucher: hot key"},
+      {"frame": 4, "logContains": "toucher: hot key", "times": 1},
+      {"frame": 5, "hotKey": "F6", "of": "nobody"},
+      {"frame": 6, "logContains": "toucher: namesake", "times": 1},
+      {"frame": 6, "logLacks": "toucher: menu"},
+      {"frame": 7, "dataRef": "touch/numbers", "equals": [1, 7.5, 3]}]})");
+  EXPECT_EQ(results, Strings(7, "held")) << run.output << run.log;
+  EXPECT_EQ(FailedSteps(),
+            (Strings{"5: hot key \"\" of org.skyvora.test.toucher not bound: there is no such hot key",
+                     "5: hot key \"Touches\" of org.skyvora.test.toucher not bound: there is no such hot key",
+                     "6: menu item Plugins/Touch/Left/Right not picked: there is no such item"}));
+}
+
 TEST_F(FlightWords, PluginsAndSceneryComeAndGo) {
   folder.Write(R"({"name": "A", "objects": [{"path": "a.obj", "file": "a.obj"}]})",
                "../../Scenery/A/package.json");

@@ -5,8 +5,8 @@
 
 #include "VYRAPlugin.h"
 #include "VYRAUtilities.h"
-#include "VYRAWatch.h"
 #include "flight/expectations/Expectations.h"
+#include "host/Inventory.h"
 
 namespace sim {
 namespace {
@@ -15,11 +15,8 @@ constexpr std::string_view kNobody = "nobody";
 
 std::vector<std::string> HandlersOf(const std::string& command) {
   const VYRACommandRef reference = VYRAFindCommand(command.c_str());
-  std::vector<VYRACommandHandlerInfo> handlers(
-      static_cast<std::size_t>(VYRAGetCommandHandlers(reference, nullptr, 0)));
-  VYRAGetCommandHandlers(reference, handlers.data(), static_cast<int>(handlers.size()));
   std::vector<std::string> signatures;
-  for (const VYRACommandHandlerInfo& handler : handlers) {
+  for (const VYRACommandHandlerInfo& handler : CommandHandlers(reference)) {
     char signature[VYRA_PLUGIN_INFO_SIZE] = "";
     VYRAGetPluginInfo(handler.plugin, nullptr, nullptr, signature, nullptr);
     signatures.emplace_back(signature);

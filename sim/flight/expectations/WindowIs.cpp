@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "VYRAPlugin.h"
-#include "VYRAWatch.h"
 #include "flight/expectations/Expectations.h"
+#include "host/Inventory.h"
 
 namespace sim {
 namespace {
@@ -17,8 +17,7 @@ struct Window {
 };
 
 std::vector<Window> WindowsOf(const std::string& signature) {
-  std::vector<VYRAWindowInfo> all(static_cast<std::size_t>(VYRAGetWindows(nullptr, 0)));
-  VYRAGetWindows(all.data(), static_cast<int>(all.size()));
+  const std::vector<VYRAWindowInfo> all = PluginWindows();
   const VYRAPluginID plugin = VYRAFindPluginBySignature(signature.c_str());
   const auto front =
       std::ranges::find_if(all, [](const VYRAWindowInfo& window) { return window.isShown != 0; });

@@ -11,10 +11,10 @@ const std::vector<StepWord>& StepWords() {
       UnloadSceneryStep(), EnablePluginStep(),   DisablePluginStep(),  ReloadPluginsStep(),
       SendMessageStep(),   BroadcastEventStep(), WriteDataRefStep(),   HoldCommandStep(),
       PressCommandStep(),  ReleaseCommandStep(), PickMenuItemStep(),   TypeKeyStep(),
-      PressKeyStep(),      ReleaseKeyStep(),     ClickStep(),          MoveMouseStep(),
-      PressMouseStep(),    ReleaseMouseStep(),   DragStep(),           TurnWheelStep(),
-      ResizeScreenStep(),  LoadFlightPlanStep(), SaveFlightPlanStep(), LoadSituationStep(),
-      SaveSituationStep(), WaitUntilStep(),      ScreenshotStep(),
+      PressKeyStep(),      ReleaseKeyStep(),     BindHotKeyStep(),     ClickStep(),
+      MoveMouseStep(),     PressMouseStep(),     ReleaseMouseStep(),   DragStep(),
+      TurnWheelStep(),     ResizeScreenStep(),   LoadFlightPlanStep(), SaveFlightPlanStep(),
+      LoadSituationStep(), SaveSituationStep(),  WaitUntilStep(),      ScreenshotStep(),
   };
   return kWords;
 }

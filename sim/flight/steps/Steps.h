@@ -30,6 +30,7 @@ StepWord HoldCommandStep();
 StepWord PressCommandStep();
 StepWord ReleaseCommandStep();
 StepWord ResizeScreenStep();
+StepWord BindHotKeyStep();
 StepWord ScreenshotStep();
 StepWord PlaceAtAirportStep();
 StepWord LoadFlightPlanStep();

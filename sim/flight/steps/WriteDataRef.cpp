@@ -1,6 +1,8 @@
-#include <fmt/core.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "flight/steps/Steps.h"
@@ -14,6 +16,12 @@ Outcome Write(const std::string& name, const DataRefValue& value) {
   const std::string problem = WriteDataRef(name, value);
   if (!problem.empty()) return {false, fmt::format("{} cannot be written: {}", name, problem)};
   return {true, fmt::format("{} set to {}", name, ToText(value))};
+}
+
+Outcome WriteElements(const std::string& name, int first, const std::vector<double>& numbers) {
+  const std::string problem = WriteDataRef(name, numbers, first);
+  if (!problem.empty()) return {false, fmt::format("{}[{}] cannot be written: {}", name, first, problem)};
+  return {true, fmt::format("{}[{}] set to {:.9g}", name, first, fmt::join(numbers, ", "))};
 }
 
 // Writes a number in equal steps, one a frame, from what the dataref says at first.
@@ -52,10 +60,22 @@ int RampFrames(const Entry& write, const FlightContext& context) {
   return std::max(1, static_cast<int>(frames));
 }
 
+Effect ReadElements(const Entry& write, const std::string& name, const DataRefValue& value) {
+  for (const char* const span : {"overFrames", "overSeconds"})
+    if (write.Has(span)) write.FailAtKey(span, "an element is written at once");
+  std::vector<double> numbers;
+  if (const auto* const number = std::get_if<double>(&value)) numbers = {*number};
+  if (const auto* const several = std::get_if<std::vector<double>>(&value)) numbers = *several;
+  if (numbers.empty())
+    write.FailAtValue("value", "\"value\" can only be numbers where an element is written");
+  return [name, numbers, first = write.WholeNumber("index")] { return WriteElements(name, first, numbers); };
+}
+
 Effect Read(const Entry& entry, const FlightContext& context) {
   const Entry write = entry.Object("writeDataRef");
   const std::string name = write.Text("name");
   const DataRefValue value = write.Value("value");
+  if (write.Has("index")) return ReadElements(write, name, value);
   if (!write.Has("overFrames") && !write.Has("overSeconds"))
     return [name, value] { return Write(name, value); };
   if (write.Has("overFrames") && write.Has("overSeconds"))
@@ -74,6 +94,9 @@ StepWord WriteDataRefStep() {
                          ValueKey("value",
                                   "a number; an array of numbers, written from element 0; or a text, written "
                                   "with its terminator"),
+                         Optional(WholeNumberKey("index", 0, std::numeric_limits<int>::max(),
+                                                 "the element of an array into which a number, or the first "
+                                                 "of several, is written")),
                          Optional(WholeNumberKey("overFrames", 1, kMaxFrames,
                                                  "in equal steps from what it is, one in each of so many "
                                                  "frames")),

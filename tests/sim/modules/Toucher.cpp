@@ -52,7 +52,7 @@ int OnSniff(char key, int flags, char virtualKey, void* /*refcon*/) {
 
 void OnHotKey(void* /*refcon*/) { Tell("hot key"); }
 
-void OnMenu(void* /*menuRefcon*/, void* /*itemRefcon*/) { Tell("menu"); }
+void OnMenu(void* /*menuRefcon*/, void* itemRefcon) { Tell(itemRefcon == nullptr ? "menu" : "namesake"); }
 
 int OnDraw(int /*phase*/, int /*isBefore*/, void* /*refcon*/) {
   VYRABindTexture2d(77, 1);
@@ -85,8 +85,10 @@ VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* ou
   VYRARegisterHotKey(kF4, 3, "Touches", OnHotKey, nullptr);
   VYRAMenuID menu = VYRACreateMenu("Touch", nullptr, 0, OnMenu, nullptr);
   VYRAAppendMenuItem(menu, "Left/Right", nullptr, 0);
+  VYRAAppendMenuItem(menu, "Left/Right", &gWindow, 0);
   VYRARegisterDrawCallback(OnDraw, 25, 0, nullptr);
   VYRAShareData("touch/shared", 1, OnShared, nullptr);
+  VYRAShareData("touch/numbers", VYRA_TYPE_FLOAT_ARRAY, nullptr, nullptr);
   VYRARegisterCommandHandler(VYRACreateCommand("touch/act", ""), OnCommand, 1, nullptr);
   return 1;
 }
