@@ -141,6 +141,8 @@ bool Entry::Has(std::string_view key) const { return value.contains(key); }
 
 int Entry::Line() const { return document.ValueAt(pointer).line; }
 
+std::string Entry::Json() const { return value.dump(); }
+
 void Entry::Check(const std::vector<Key>& keys) const {
   std::vector<std::string_view> names(keys.size());
   std::ranges::transform(keys, names.begin(), &Key::name);

@@ -39,6 +39,8 @@ class Entry {
   bool Has(std::string_view key) const;
   std::vector<std::string_view> Keys() const;
   int Line() const;
+  // As JSON, in one line.
+  std::string Json() const;
 
   // Of a key that was declared of this kind and is there. Without a second argument, that is the caller's to
   // know; with it, a missing key has that value.

@@ -55,9 +55,10 @@ void ReadSpan(const Entry& entry, Expectation& expectation) {
   }
 }
 
-void AddStep(const Entry& entry, const FlightContext& context, std::vector<StepRow>& rows) {
+void AddStep(const Entry& entry, const FlightContext& context, Flight& flight) {
   const StepWord& word = FindStep(entry);
-  Step step{.line = entry.Line(), .effect = {}};
+  std::vector<StepRow>& rows = flight.rows;
+  Step step{.line = entry.Line(), .text = entry.Json(), .effect = {}, .index = flight.stepCount++};
   if (entry.Has("later")) {
     if (rows.empty()) entry.FailAtKey("later", "there is no step before this one");
     step.later = entry.WholeNumber("later");
@@ -75,7 +76,7 @@ Flight ReadFlight(const std::string& fileName, const FlightContext& context) {
   const Entry file(document, "", "");
   CheckTopLevel(file);
   Flight flight;
-  for (const Entry& entry : file.Elements("steps")) AddStep(entry, context, flight.rows);
+  for (const Entry& entry : file.Elements("steps")) AddStep(entry, context, flight);
   for (const Entry& entry : file.Elements("expectations")) {
     const ExpectationWord& word = FindExpectation(entry);
     Expectation expectation{.moment = MomentOf(entry, context),

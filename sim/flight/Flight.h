@@ -11,9 +11,11 @@
 namespace sim {
 
 struct Step {
-  int line;  // in the file
+  int line;          // in the file
+  std::string text;  // as it stands there, in one line of JSON
   Effect effect;
-  int later = 0;  // frames after the step before it in its row was done
+  int later = 0;          // frames after the step before it in its row was done
+  std::size_t index = 0;  // among the file's steps
 };
 
 // Steps one after the other: the first at a frame, each other one after the one before it was done.
@@ -37,6 +39,7 @@ struct Expectation {
 struct Flight {
   std::vector<StepRow> rows;              // in the order of their frames
   std::vector<Expectation> expectations;  // in the order of their moments
+  std::size_t stepCount = 0;              // in all rows
 
   bool NeedsCosts() const {
     return std::ranges::any_of(expectations, [](const Expectation& one) { return one.claim.needsCosts; });

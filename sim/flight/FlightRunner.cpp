@@ -56,10 +56,17 @@ std::string SpanText(const Expectation& expectation) {
 }  // namespace
 
 FlightRunner::FlightRunner(Flight flightToFly, Narrator& flightNarrator)
-    : flight(std::move(flightToFly)), narrator(flightNarrator), nextRow(flight.rows.begin()) {
+    : flight(std::move(flightToFly)),
+      narrator(flightNarrator),
+      nextRow(flight.rows.begin()),
+      stepProgress(flight.stepCount),
+      expectationProgress(flight.expectations.size()) {
   open.reserve(flight.expectations.size());
   for (const Expectation& expectation : flight.expectations) open.push_back({&expectation, {}, ""});
+  gFlightRunner = this;
 }
+
+FlightRunner::~FlightRunner() { gFlightRunner = nullptr; }
 
 // ---- Steps ----------------------------------------------------------------------------------------------
 
@@ -80,6 +87,7 @@ void FlightRunner::CarryOut(RunningRow& row, int frame) {
   while (row.next < steps.size() && row.due <= frame) {
     const Step& step = steps[row.next];
     const Outcome outcome = step.effect();
+    Note(step, frame, outcome);
     if (!outcome.text.empty()) MarkInTrace(outcome.text);
     if (!outcome.succeeded) {
       TellFailedStep(frame, step.line, outcome.text);
@@ -90,6 +98,13 @@ void FlightRunner::CarryOut(RunningRow& row, int frame) {
     ++row.next;
     if (row.next < steps.size()) row.due = frame + steps[row.next].later;
   }
+}
+
+void FlightRunner::Note(const Step& step, int frame, const Outcome& outcome) {
+  const Progress progress = !outcome.succeeded ? Progress::Failed
+                            : outcome.isDone   ? Progress::Done
+                                               : Progress::Running;
+  stepProgress[step.index] = {progress, frame, outcome.text};
 }
 
 void FlightRunner::TellFailedStep(int frame, int line, const std::string& text) {
@@ -140,6 +155,8 @@ void FlightRunner::Settle(const OpenExpectation& settled, int moment, bool holds
                                .found = settled.lastFound,
                                .lastHeld = holds ? 0 : lastHeld.value_or(0),
                                .coversLoadFailures = holds && expectation.claim.coversLoadFailures});
+  expectationProgress[expectation.index] = {holds ? Progress::Done : Progress::Failed, moment,
+                                            settled.lastFound};
   if (holds) return narrator.Tell(moment, "ok      " + told);
   narrator.Tell(moment,
                 fmt::format("FAILED  {}{}, line {}", told, History(expectation, lastHeld), expectation.line));
