@@ -46,6 +46,7 @@
 #include "supervise/ThrowNotes.h"
 #include "window/Dialogs.h"
 #include "window/FlightWindow.h"
+#include "window/Recording.h"
 #include "window/UserActions.h"
 #include "window/WindowTimes.h"
 #include "world/World.h"
@@ -278,6 +279,7 @@ FlightOutcome Fly(const FlightOptions& options, Flight plan, Log& log, CostRecor
       flight.window = &window.emplace(options.rate, options.stateFolder);
       display.emplace(*window, options, flight);
       BeginUserActions({gWorld.systemPath, options.frames, options.rate});
+      gRecording.Begin({gWorld.systemPath, options.rate, options.plugins.only});
     }
     const std::optional<PluginChoice> choice = ChoosePlugins(options, flight.window);
     if (!choice) return FlightOutcome::NotFlown;

@@ -130,11 +130,15 @@ void FlightWindow::TakeInput() {
   while (SDL_PollEvent(&event) != 0) waiting->events.push_back(event);
   // Whether the mouse is over a panel is known when that was drawn with the mouse where it is now.
   bool isMouseMoved = false;
+  // A key that is pressed and released at once would be neither to a panel that looks once in a frame.
+  bool isKeyPressed = false;
   while (!waiting->events.empty()) {
     event = waiting->events.front();
     if (isMouseMoved && (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEWHEEL)) break;
+    if (isKeyPressed && event.type == SDL_KEYUP) break;
     waiting->events.pop_front();
     isMouseMoved |= event.type == SDL_MOUSEMOTION;
+    isKeyPressed |= event.type == SDL_KEYDOWN;
     const bool isPanels = userInterface->Take(event);
     if (event.type == SDL_QUIT) isClosed = true;
     if (event.type == SDL_WINDOWEVENT) Take(event.window);

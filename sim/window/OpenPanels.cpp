@@ -1,4 +1,5 @@
 #include "window/OpenPanels.h"
+#include "window/WidgetPlaces.h"
 
 #include <fmt/format.h>
 #include <imgui.h>
@@ -71,6 +72,7 @@ void OpenPanels::DrawMenu() {
   for (OpenPanel& open : panels) {
     const std::string key = fmt::format("Ctrl+{}", open.panel->key);
     if (ImGui::MenuItem(open.panel->name, key.c_str(), open.place.isShown)) Show(open, !open.place.isShown);
+    MarkWidget("menu/View", open.panel->name);
   }
 }
 

@@ -10,19 +10,13 @@
 
 #include "VYRAWatch.h"
 #include "report/Log.h"
+#include "window/KeyCapture.h"
 #include "window/Look.h"
+#include "window/MenuBar.h"
+#include "window/WidgetPlaces.h"
 
 namespace sim {
 namespace {
-
-void DrawMenuBar(OpenPanels& panels) {
-  if (!ImGui::BeginMainMenuBar()) return;
-  if (ImGui::BeginMenu("View")) {
-    panels.DrawMenu();
-    ImGui::EndMenu();
-  }
-  ImGui::EndMainMenuBar();
-}
 
 // The module whose code runs; "" while it is the simulator's own.
 const char* RunningModule() {
@@ -89,6 +83,7 @@ void UserInterface::FitToDisplay() {
 }
 
 bool UserInterface::Take(const SDL_Event& event) {
+  if (TakeCapturedKey(event)) return true;
   ImGui_ImplSDL2_ProcessEvent(&event);
   const ImGuiIO& io = ImGui::GetIO();
   switch (event.type) {
@@ -108,8 +103,9 @@ bool UserInterface::HasMouse() const { return ImGui::GetIO().WantCaptureMouse; }
 
 void UserInterface::Draw() {
   DrawAlone([this] {
-    DrawMenuBar(*panels);
+    DrawMenuBar([this] { panels->DrawMenu(); });
     panels->Draw(density);
+    WriteWidgetPlaces();
   });
 }
 
