@@ -9,6 +9,7 @@
 #include "VYRAGraphics.h"
 #include "VYRAMenus.h"
 #include "VYRAPlugin.h"
+#include "VYRAProcessing.h"
 #include "VYRAUtilities.h"
 
 namespace {
@@ -52,7 +53,50 @@ int OnSniff(char key, int flags, char virtualKey, void* /*refcon*/) {
 
 void OnHotKey(void* /*refcon*/) { Tell("hot key"); }
 
-void OnMenu(void* /*menuRefcon*/, void* itemRefcon) { Tell(itemRefcon == nullptr ? "menu" : "namesake"); }
+VYRAMenuID gMenu;
+int gCheckItem;
+int gRenameItem;
+
+// An item's reference is what it does; the one without is there to be picked.
+using Deed = void (*)();
+
+void Check() {
+  int state = VYRA_MENU_NO_CHECK;
+  VYRACheckMenuItemState(gMenu, gCheckItem, &state);
+  state = state == VYRA_MENU_CHECKED ? VYRA_MENU_UNCHECKED : VYRA_MENU_CHECKED;
+  VYRACheckMenuItem(gMenu, gCheckItem, state);
+  Tell("check %d", state);
+}
+
+void Rename() {
+  VYRASetMenuItemName(gMenu, gRenameItem, "Renamed", 0);
+  Tell("rename");
+}
+
+void Clear() {
+  VYRAClearAllMenuItems(gMenu);
+  Tell("clear");
+}
+
+void BeNamesake() { Tell("namesake"); }
+
+void OnMenu(void* /*menuRefcon*/, void* itemRefcon) {
+  if (itemRefcon == nullptr) return Tell("menu");
+  reinterpret_cast<Deed>(itemRefcon)();
+}
+
+int Append(const char* name, Deed deed) {
+  return VYRAAppendMenuItem(gMenu, name, reinterpret_cast<void*>(deed), 0);
+}
+
+void CreateMenu() {
+  gMenu = VYRACreateMenu("Touch", nullptr, 0, OnMenu, nullptr);
+  Append("Left/Right", nullptr);
+  Append("Left/Right", BeNamesake);
+  gCheckItem = Append("Check", Check);
+  gRenameItem = Append("Rename", Rename);
+  Append("Clear", Clear);
+}
 
 int OnDraw(int /*phase*/, int /*isBefore*/, void* /*refcon*/) {
   VYRABindTexture2d(77, 1);
@@ -61,7 +105,19 @@ int OnDraw(int /*phase*/, int /*isBefore*/, void* /*refcon*/) {
 
 void OnShared(void* /*refcon*/) { Tell("shared"); }
 
-int OnCommand(VYRACommandRef /*command*/, int /*phase*/, void* /*refcon*/) { return 1; }
+double Read(const char* name) {
+  const VYRADataRef dataRef = VYRAFindDataRef(name);
+  return (VYRAGetDataRefTypes(dataRef) & VYRA_TYPE_DOUBLE) != 0 ? VYRAGetDatad(dataRef)
+                                                                : VYRAGetDataf(dataRef);
+}
+
+// Where the flight is, to tell whether another one comes to the same.
+int OnCommand(VYRACommandRef /*command*/, int phase, void* /*refcon*/) {
+  Tell("act in pass %d: phase %d, throttle %.9g, altitude %.17g m, latitude %.17g", VYRAGetCycleNumber(),
+       phase, Read("sim/aircraft/throttle_ratio"), Read("sim/aircraft/altitude_m"),
+       Read("sim/aircraft/latitude_deg"));
+  return 1;
+}
 
 }  // namespace
 
@@ -83,9 +139,7 @@ VYRA_PLUGIN_EXPORT int VyPluginStart(char* outName, char* outSignature, char* ou
   gWindow = VYRACreateWindowEx(&window);
   VYRARegisterKeySniffer(OnSniff, 1, nullptr);
   VYRARegisterHotKey(kF4, 3, "Touches", OnHotKey, nullptr);
-  VYRAMenuID menu = VYRACreateMenu("Touch", nullptr, 0, OnMenu, nullptr);
-  VYRAAppendMenuItem(menu, "Left/Right", nullptr, 0);
-  VYRAAppendMenuItem(menu, "Left/Right", &gWindow, 0);
+  CreateMenu();
   VYRARegisterDrawCallback(OnDraw, 25, 0, nullptr);
   VYRAShareData("touch/shared", 1, OnShared, nullptr);
   VYRAShareData("touch/numbers", VYRA_TYPE_FLOAT_ARRAY, nullptr, nullptr);
