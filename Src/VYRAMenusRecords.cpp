@@ -66,6 +66,7 @@ void VYRAMenuInfo_t::Remove(Item* item) {
   item->menu->items.Remove(item);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes what the menu has
 void VYRAMenuInfo_t::RemoveAllItems() {
   while (items.Count() > 0) Remove(items.At(items.Count() - 1));
 }

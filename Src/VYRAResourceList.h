@@ -52,7 +52,7 @@ class VYRAResourceList {
 
   // The record that a handle, which may be any pointer, is good for, or null. The hidden are not found.
   static T* Get(T* handle) {
-    if (!T::Pool::Holds(handle)) return nullptr;
+    if (handle == nullptr || !T::Pool::Holds(handle)) return nullptr;
     if constexpr (Cursor::IsStack()) {
       if (handle->hidden) return nullptr;
     }

@@ -106,6 +106,7 @@ std::string MakeGrowthTable(const Machine& machine, const Session& session,
   for (const Result& result : session.Results()) {
     if (!shown.emplace(result.measure, result.contender).second) continue;
     std::vector<const Result*> found;
+    found.reserve(sizes.size());
     for (const std::size_t size : sizes)
       found.push_back(session.Find(result.measure, size, result.contender));
     table += fmt::format("| {} | {} |", result.measure, result.contender);
