@@ -34,6 +34,15 @@ struct NotedHook {
   std::array<int, 2> arguments{};
 };
 
+// A character, which is a key, counts from 0 to 255.
+template <class WholeNumber>
+int NumberOf(WholeNumber number) {
+  if constexpr (std::is_same_v<WholeNumber, char>)
+    return static_cast<unsigned char>(number);
+  else
+    return static_cast<int>(number);
+}
+
 // With the first arguments, as far as they are whole numbers.
 template <class... Arguments>
 NotedHook NoteHook(const char* name, Arguments... arguments) {
@@ -42,7 +51,7 @@ NotedHook NoteHook(const char* name, Arguments... arguments) {
   [[maybe_unused]] const auto note = [&]([[maybe_unused]] auto argument) {
     if constexpr (std::is_integral_v<decltype(argument)> || std::is_enum_v<decltype(argument)>) {
       if (!isFurther && hook.argumentCount < 2)
-        hook.arguments[static_cast<std::size_t>(hook.argumentCount++)] = static_cast<int>(argument);
+        hook.arguments[static_cast<std::size_t>(hook.argumentCount++)] = NumberOf(argument);
     } else {
       isFurther = true;
     }

@@ -22,8 +22,10 @@ HotKeyInfo InfoOf(VYRAHotKeyID hotKey) {
 }  // namespace
 
 std::vector<HotKeyInfo> ListHotKeys() {
+  const int count = VYRACountHotKeys();
   std::vector<HotKeyInfo> list;
-  for (int index = 0; index < VYRACountHotKeys(); ++index) list.push_back(InfoOf(VYRAGetNthHotKey(index)));
+  list.reserve(static_cast<std::size_t>(count));
+  for (int index = 0; index < count; ++index) list.push_back(InfoOf(VYRAGetNthHotKey(index)));
   return list;
 }
 

@@ -70,7 +70,7 @@ Picture FrameBuffer::Read() const {
   glBindFramebuffer(GL_DRAW_FRAMEBUFFER, resolved.frame);
   glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
   glBindFramebuffer(GL_READ_FRAMEBUFFER, resolved.frame);
-  const Picture picture = ReadPixels(width, height);
+  Picture picture = ReadPixels(width, height);
   Bind();
   return picture;
 }
