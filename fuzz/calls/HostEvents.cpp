@@ -285,18 +285,20 @@ void Command() {
 void Repeat() {
   Call call("repeat");
   call.repeatsOwed = static_cast<int>(gBook.held.size());
-  std::vector<std::pair<VYRAPluginID, const void*>> held;
+  std::vector<std::pair<VYRAPluginID, void*>> held;
   for (const auto& [plugin, command] : gBook.held) {
     if (VYRAIsPluginEnabled(plugin->id) != 0 && plugin->enabled) held.emplace_back(plugin->id, command);
   }
   std::sort(held.begin(), held.end());
   VYRAEventHook(VYRA_EVENT_COMMAND_REPEAT, nullptr, nullptr, 0, 0);
   if (call.IsDisturbed() || !gBook.IsSure()) return;
+  // Plugins that left meanwhile have their menus taken back and their commands ended as the event ends.
+  std::erase_if(call.services, [](const std::array<int, 4>& service) {
+    return service[0] != kCommand || service[1] != 0 || service[2] != 0;
+  });
   Require(call.services.size() == held.size(), "a command that is held is not continued");
-  for (std::size_t i = 0; i < held.size(); ++i) {
-    const int number = gHost.NumberOf(const_cast<void*>(held[i].second));
-    Require(call.services[i] == std::array<int, 4>{kCommand, 0, 0, number}, "another command is continued");
-  }
+  for (std::size_t i = 0; i < held.size(); ++i)
+    Require(call.services[i][3] == gHost.NumberOf(held[i].second), "another command is continued");
 }
 
 // The numbers of the events' messages, and whether they come with the event's parameter.
