@@ -348,6 +348,14 @@ void LoseAll(const Plugin& self) {
   planes.known = false;
 }
 
+// What it took back while it was being disabled it loses without being told, unless it was enabled again.
+void LoseAgain(const Plugin& self) {
+  LoseAll(self);
+  if (self.enabled || gBook.camera == nullptr || gBook.camera->owner != &self) return;
+  gBook.camera = nullptr;
+  gBook.cameraKnown = true;
+}
+
 // A plugin is on its way out: the library drops what it registered.
 void Leave(Plugin& self) {
   gBook.unloading = true;
@@ -430,7 +438,7 @@ void Disable(Module& module) {
   self.enabled = false;
   ++self.disables;
   LoseAll(self);
-  const StThen then([&] { LoseAll(self); });  // what it took back
+  const StThen then([&] { LoseAgain(self); });
   LifeActs(self, Plugin::kDisable);
 }
 
