@@ -57,12 +57,12 @@ std::uint64_t gOperations = 0;
 
 Call::Call(const char* name)
     : outer(gBook.call),
+      number(++gOperations),
       caller(VYRAGetMyID()),
       callerHears(gBook.Hears(caller)),
       walkBegan(gBook.serial),
       lastLeft(gBook.serial) {
   Trace(name);
-  ++gOperations;
   if (outer != nullptr) outer->disturbed = true;
   gBook.call = this;
   ++gBook.depth;

@@ -35,8 +35,9 @@ struct Plugin {
   // What it registers stays until somebody takes it back.
   bool IsSettled() const { return IsIn() && !stopping; }
 
-  Module* module = nullptr;  // null for the host, and once it is closed
-  bool isResident = false;   // the system keeps the module in memory when it is closed
+  Module* module = nullptr;    // null for the host, and once it is closed
+  bool isResident = false;     // the system keeps the module in memory when it is closed
+  std::uint64_t openedBy = 0;  // the number of the call in which this life began
   Callbacks callbacks = {};
   VYRAPluginID id = VYRA_NO_PLUGIN;
   std::string signature;
@@ -163,7 +164,8 @@ class Call {
   bool IsDisturbed() const { return disturbed; }
 
   Call* const outer;
-  int phase = -1;  // of a pass of flight loops
+  const std::uint64_t number;  // no other call of this process has it
+  int phase = -1;              // of a pass of flight loops
   float now = 0;
   int step = 0;          // of a frame
   int repeatsOwed = -1;  // how many commands are held that may be continued

@@ -285,6 +285,7 @@ Plugin& BeginLife(Module& module) {
   self.isResident = module.isResident;
   module.plugin = &self;
   self.id = VYRAGetMyID();  // what it is to become
+  self.openedBy = gBook.call->number;
   Trace("  -> opened", &self);
   return self;
 }
@@ -308,6 +309,12 @@ void CheckLeft(const Plugin& self) {
           "an item of a plugin that left is still in the menu of all");
 }
 
+void ForgetRegistrationsOf(const Plugin& self) {
+  for (Registration& registration : gBook.registrations) {
+    if (registration.owner == &self) registration.gone = true;
+  }
+}
+
 void Closing(Module& module) {
   if (module.plugin == nullptr) return;  // the process ends
   Plugin& self = *module.plugin;
@@ -318,9 +325,7 @@ void Closing(Module& module) {
   CheckLeft(self);
   self.closed = true;
   self.module = nullptr;
-  for (Registration& registration : gBook.registrations) {
-    if (registration.owner == &self) registration.gone = true;
-  }
+  ForgetRegistrationsOf(self);
   const VYRAPluginID holder = VYRAFindPluginBySignature(self.signature.c_str());
   Require(self.signature.empty() || holder != self.id || gBook.IsTaken(self.signature, self) ||
               gBook.interrupted != 0,
@@ -381,8 +386,21 @@ void LifeActs(Plugin& self, Plugin::Function function) {
   if ((self.alwaysThrows & (1U << function)) != 0 || gInput.OneIn(16)) Throw(self);
 }
 
+// A resident module is opened once for all its lives. The first of them ends without a word when the plugins
+// are unloaded by its constructor: what that registered is gone by the time the module is started.
+void Revive(Module& module) {
+  Plugin* const last = module.plugin;
+  if (last != nullptr && !last->out && last->openedBy == gBook.call->number) return;
+  if (last != nullptr && !last->out) {
+    last->out = true;
+    Leave(*last);
+    ForgetRegistrationsOf(*last);
+  }
+  BeginLife(module);
+}
+
 int Start(Module& module, char* outName, char* outSignature, char* outDescription) {
-  if (module.isResident && (module.plugin == nullptr || module.plugin->out)) BeginLife(module);
+  if (module.isResident) Revive(module);
   Plugin& self = *module.plugin;
   Require(!self.started, "a module is started that runs already");
   self.id = VYRAGetMyID();
