@@ -71,7 +71,7 @@ void GetPrefsPath(char* outPath) { std::strcpy(outPath, "/prefs"); }
 // Notes what the library asks for. `menu` is not known any more when that leads to other calls.
 void Asked(std::array<int, 4> service, int menu = 0) {
   if (gBook.call != nullptr) gBook.call->services.push_back(service);
-  Trace("  -> service", nullptr, service[0] * 10000 + service[1] * 100 + service[2]);
+  Trace("  -> service", nullptr, service[0]);
   const std::uint64_t operations = gOperations;
   const auto forget = [&] {
     MenuState* const state = gMenuBook.At(menu);
