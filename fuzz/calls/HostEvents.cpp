@@ -193,9 +193,13 @@ void Camera() {
   float values[7] = {0, 1, 2, 3, 4, 5, 6};
   const bool isAsked = gBook.camera != nullptr && gBook.camera->owner->enabled;
   const Registration* const refused = isAsked ? nullptr : gBook.camera;
+  std::vector<const void*> meant;
+  if (isAsked) meant.push_back(gBook.camera);
+  const bool known = gBook.cameraKnown;
   Call call("VYRACameraHook");
   const int result =
       VYRACameraHook(&values[0], &values[1], &values[2], &values[3], &values[4], &values[5], &values[6]);
+  if (known) call.RequireTurns(meant);
   if (gBook.camera == refused) gBook.camera = nullptr;  // who may not be asked loses it
   if (call.IsDisturbed()) return;
   const int answer = call.turns.empty() ? 0 : call.turns.back().answer;
@@ -345,8 +349,12 @@ void Broadcast() {
 
 void ViewChanged() {
   const bool ends = gBook.camera != nullptr && gBook.cameraDuration == VYRA_CAMERA_UNTIL_VIEW_CHANGES;
+  std::vector<const void*> meant;
+  if (ends && gBook.camera->owner->enabled) meant.push_back(gBook.camera);
+  const bool known = gBook.cameraKnown && gBook.losing == 0 && gBook.losingCamera == 0;
   Call call("view changed");
   VYRAEventHook(VYRA_EVENT_VIEW_CHANGED, nullptr, nullptr, 0, 0);
+  if (known) call.RequireTurns(meant);
   if (ends && !call.IsDisturbed()) gBook.camera = nullptr;
 }
 void Scenery() {
