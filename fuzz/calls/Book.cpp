@@ -14,15 +14,31 @@ namespace calls {
 Input gInput;
 Book gBook;
 
+namespace {
+
+VYRAPluginID HolderOfPlanes() {
+  const StQuiet quiet;
+  VYRAPluginID holder = INT_MIN;
+  VYRACountAircraft(nullptr, nullptr, &holder);
+  return holder;
+}
+
+}  // namespace
+
 void Planes::CheckHolder() {
   if (VYRAInitialized() == 0) return;
-  const StQuiet quiet;
-  VYRAPluginID controller = INT_MIN;
-  VYRACountAircraft(nullptr, nullptr, &controller);
+  const VYRAPluginID controller = HolderOfPlanes();
   const VYRAPluginID meant = holder != nullptr ? holder->owner->id : VYRA_NO_PLUGIN;
+  // Who is not started yet, or has been stopped, loses them whenever the library forgets it.
+  if (holder != nullptr && !holder->owner->IsSettled()) known = false;
+  if (known && gBook.IsSure()) Require(controller == meant, "another plugin holds the planes");
   // While plugins leave, whoever held them may or may not have given them back.
   if (controller != meant) known = controller == VYRA_NO_PLUGIN;
   if (controller == VYRA_NO_PLUGIN) holder = nullptr;
+}
+
+void Planes::Offered() {
+  if (HolderOfPlanes() == VYRA_NO_PLUGIN) holder = nullptr;
 }
 
 void Fail(const char* what) {

@@ -208,6 +208,9 @@ enum Unloader { kByShutdown = 1, kByReload = 2, kByPlane = 4 };
 struct Planes {
   // The library names the same holder.
   void CheckHolder();
+  // Somebody is told that the planes are to be had: a plugin that is being disabled gives them back before
+  // its disable callback, so that the driver hears of it here first.
+  void Offered();
   // A plugin asked for the planes: it holds them now, or waits.
   void Take(const Registration& request) {
     holder = &request;

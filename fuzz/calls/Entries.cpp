@@ -214,6 +214,7 @@ void OnPlanesReturned(void* refcon) {
       std::find_if(queue.begin(), queue.end(), [&](const auto& entry) { return entry.second == refcon; });
   Require(first != queue.end(), "the planes are offered to who does not wait for them");
   queue.erase(first);
+  gBook.planes.Offered();
   OnceOwed(refcon, Family::planesWait);
 }
 
