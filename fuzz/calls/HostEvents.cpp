@@ -160,7 +160,11 @@ void Mouse() {
   for (WindowState& one : windows) {
     if (!isDown || isTaken) one.hasMouse = isDown && &one.Record() == call.turns.back().who;
   }
-  Require(windows == Windows(), "the wrong window holds the mouse after a click");
+  WindowStates now = Windows();
+  // The windows of plugins that left before are freed as the click ends.
+  for (WindowStates* states : {&windows, &now})
+    std::erase_if(*states, [](const WindowState& one) { return !one.Record().owner->IsIn(); });
+  Require(windows == now, "the wrong window holds the mouse after a click");
 }
 
 void Cursor() {
