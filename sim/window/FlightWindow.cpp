@@ -39,14 +39,8 @@ class StWaitForUser {
 
 }  // namespace
 
-struct FlightWindow::Waiting {
-  std::deque<SDL_Event> events;
-};
-
 FlightWindow::FlightWindow(double frameRate, const std::string& stateFolder)
-    : keys([this](int digit) { userInterface->TogglePanel(digit); }),
-      rate(frameRate),
-      waiting(std::make_unique<Waiting>()) {
+    : keys([this](int digit) { userInterface->TogglePanel(digit); }), rate(frameRate) {
   if (SDL_Init(SDL_INIT_VIDEO) != 0) Fail("there is no display to open a window on");
   Open();
   userInterface = std::make_unique<UserInterface>(window, context, stateFolder);
@@ -93,7 +87,10 @@ bool FlightWindow::BeginFrame() {
 
 void FlightWindow::EndFrame() {
   ++flownInSecond;
-  if (--framesDue == 0 && !isHidden) ShowFrame();
+  if (--framesDue == 0) {
+    if (!isHidden) ShowFrame();
+    input.NoteDrawn();
+  }
   BeginPart(FramePart::Rest);
 }
 
@@ -126,19 +123,9 @@ void FlightWindow::TellTimes() {
 // ---- Input ----------------------------------------------------------------------------------------------
 
 void FlightWindow::TakeInput() {
+  input.Poll();
   SDL_Event event;
-  while (SDL_PollEvent(&event) != 0) waiting->events.push_back(event);
-  // Whether the mouse is over a panel is known when that was drawn with the mouse where it is now.
-  bool isMouseMoved = false;
-  // A key that is pressed and released at once would be neither to a panel that looks once in a frame.
-  bool isKeyPressed = false;
-  while (!waiting->events.empty()) {
-    event = waiting->events.front();
-    if (isMouseMoved && (event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEWHEEL)) break;
-    if (isKeyPressed && event.type == SDL_KEYUP) break;
-    waiting->events.pop_front();
-    isMouseMoved |= event.type == SDL_MOUSEMOTION;
-    isKeyPressed |= event.type == SDL_KEYDOWN;
+  while (input.Next(event)) {
     const bool isPanels = userInterface->Take(event);
     if (event.type == SDL_QUIT) isClosed = true;
     if (event.type == SDL_WINDOWEVENT) Take(event.window);
@@ -197,15 +184,15 @@ bool FlightWindow::ShowUntil(const std::function<bool()>& contents) {
   mouse.Release();
   bool isAnswered = false;
   while (!isAnswered && !isClosed && EndRequestedBy() == 0) {
+    input.Poll();
     SDL_Event event;
-    while (SDL_PollEvent(&event) != 0) {
+    while (input.Next(event)) {
       userInterface->Take(event);
       if (event.type == SDL_QUIT) isClosed = true;
       if (event.type == SDL_WINDOWEVENT) Take(event.window);
-      // The dialog sees a key that is pressed only if it is drawn before that is released.
-      if (event.type == SDL_KEYDOWN) break;
     }
     ShowAlone([&] { isAnswered = contents(); });
+    input.NoteDrawn();
     std::this_thread::sleep_for(std::chrono::milliseconds(15));
   }
   return isAnswered;

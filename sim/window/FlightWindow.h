@@ -2,7 +2,6 @@
 // what is drawn over the flight's picture.
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "window/FramePacer.h"
 #include "window/KeyInput.h"
 #include "window/MouseInput.h"
+#include "window/PacedInput.h"
 
 struct SDL_Window;
 struct SDL_WindowEvent;
@@ -53,6 +53,7 @@ class FlightWindow {
   SDL_Window* window = nullptr;
   void* context = nullptr;
   std::unique_ptr<UserInterface> userInterface;
+  PacedInput input;
   KeyInput keys;
   MouseInput mouse;
   std::optional<FramePacer> pacer;  // from the first frame on
@@ -60,8 +61,6 @@ class FlightWindow {
   int framesDue = 0;  // with the one that is flown
   bool isClosed = false;
   bool isHidden = false;
-  struct Waiting;  // events
-  std::unique_ptr<Waiting> waiting;
 
   // Of the second or so that gWindowTimes speaks of.
   int shownInSecond = 0;

@@ -6,6 +6,8 @@
 #include <imgui/backends/imgui_impl_opengl2.h>
 #include <imgui/backends/imgui_impl_sdl.h>
 
+#include <algorithm>
+#include <cfloat>
 #include <cstdint>
 
 #include "VYRAWatch.h"
@@ -49,6 +51,27 @@ void LeavePointer(bool isPlugins) {
                     : flags & ~ImGuiConfigFlags_NoMouseCursorChange;
 }
 
+std::optional<std::size_t> ButtonOf(const SDL_MouseButtonEvent& event) {
+  switch (event.button) {
+    case SDL_BUTTON_LEFT:
+      return ImGuiMouseButton_Left;
+    case SDL_BUTTON_RIGHT:
+      return ImGuiMouseButton_Right;
+    case SDL_BUTTON_MIDDLE:
+      return ImGuiMouseButton_Middle;
+    default:
+      return std::nullopt;
+  }
+}
+
+// Those that were held with the key, and not those that are held by now.
+void FollowModifiers(const SDL_Keysym& keysym) {
+  ImGuiIO& io = ImGui::GetIO();
+  io.KeyShift = (keysym.mod & KMOD_SHIFT) != 0;
+  io.KeyCtrl = (keysym.mod & KMOD_CTRL) != 0;
+  io.KeyAlt = (keysym.mod & KMOD_ALT) != 0;
+}
+
 }  // namespace
 
 UserInterface::UserInterface(SDL_Window* theWindow, void* openGlContext, const std::string& stateFolder)
@@ -82,9 +105,44 @@ void UserInterface::FitToDisplay() {
   SharpenFonts();
 }
 
+void UserInterface::Follow(const SDL_Event& event) {
+  switch (event.type) {
+    case SDL_MOUSEMOTION:
+      mouse.x = event.motion.x;
+      mouse.y = event.motion.y;
+      mouse.isOutside = false;
+      break;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+      if (const std::optional<std::size_t> button = ButtonOf(event.button))
+        mouse.isDown[*button] = event.type == SDL_MOUSEBUTTONDOWN;
+      break;
+    case SDL_WINDOWEVENT:
+      if (event.window.event == SDL_WINDOWEVENT_LEAVE) mouse.isOutside = true;
+      if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) mouse.isDown = {};
+      break;
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+      FollowModifiers(event.key.keysym);
+      break;
+    default:
+      break;
+  }
+}
+
+// A button that is held keeps the mouse, wherever that goes.
+void UserInterface::PlaceMouse() const {
+  ImGuiIO& io = ImGui::GetIO();
+  const bool isHeld = std::ranges::find(mouse.isDown, true) != mouse.isDown.end();
+  io.MousePos = mouse.isOutside && !isHeld ? ImVec2(-FLT_MAX, -FLT_MAX)
+                                           : ImVec2(static_cast<float>(mouse.x), static_cast<float>(mouse.y));
+  std::ranges::copy(mouse.isDown, io.MouseDown);
+}
+
 bool UserInterface::Take(const SDL_Event& event) {
   if (TakeCapturedKey(event)) return true;
   ImGui_ImplSDL2_ProcessEvent(&event);
+  Follow(event);
   const ImGuiIO& io = ImGui::GetIO();
   switch (event.type) {
     case SDL_MOUSEMOTION:
@@ -93,7 +151,8 @@ bool UserInterface::Take(const SDL_Event& event) {
       return io.WantCaptureMouse;
     case SDL_KEYDOWN:
     case SDL_TEXTINPUT:
-      return io.WantTextInput;
+      // A field that was left wants it still until the next frame is drawn.
+      return io.WantTextInput && ImGui::IsAnyItemActive();
     default:
       return false;
   }
@@ -114,6 +173,7 @@ void UserInterface::DrawAlone(const std::function<void()>& contents) {
   LeavePointer(!HasMouse());
   ImGui_ImplOpenGL2_NewFrame();
   ImGui_ImplSDL2_NewFrame();
+  PlaceMouse();
   ImGui::NewFrame();
   contents();
   ImGui::Render();

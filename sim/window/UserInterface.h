@@ -1,6 +1,7 @@
 // Dear ImGui over the flight's picture: the menu bar and the panels.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -38,11 +39,22 @@ class UserInterface {
   void TogglePanel(int key);
 
  private:
+  // As of the events that were taken: the system may already be ahead of them.
+  struct Mouse {
+    int x = 0;
+    int y = 0;
+    bool isOutside = true;
+    std::array<bool, 3> isDown{};
+  };
+
   void FitToDisplay();
+  void Follow(const SDL_Event& event);
+  void PlaceMouse() const;
 
   SDL_Window* window;
   float density = 0.0F;  // nothing is made for it yet
   float pixelsPerPoint = 0.0F;
+  Mouse mouse;
   std::optional<OpenPanels> panels;
 };
 
