@@ -12,6 +12,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -20,8 +21,9 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr std::chrono::seconds kPatience{60};
-// Longer than a frame of a slow machine: what happens within one frame is one thing.
-constexpr milliseconds kBetweenDeeds{150};
+// Nothing has moved for so long that a few frames of a slow machine were drawn: a list that a search narrows,
+// or a panel that opens, has come to rest.
+constexpr milliseconds kAtRest{250};
 
 fs::path MakeFolder() {
   std::string pattern = (fs::temp_directory_path() / "vyra-window-test-XXXXXX").string();
@@ -46,6 +48,8 @@ void AwaitThat(const std::string& what, const std::function<bool()>& isSo) {
     std::this_thread::sleep_for(milliseconds(20));
   }
 }
+
+std::string MoveTo(int x, int y) { return "mousemove " + std::to_string(x) + " " + std::to_string(y); }
 
 void Stop(pid_t child) {
   if (child == 0) return;
@@ -114,55 +118,54 @@ std::optional<DrivenWindow::Corner> DrivenWindow::Find(const std::string& widget
 
 DrivenWindow::Corner DrivenWindow::MiddleOf(const std::string& widget) const {
   std::optional<Corner> middle;
-  AwaitThat(widget, [&] { return (middle = Find(widget)).has_value(); });
+  auto since = std::chrono::steady_clock::now();
+  AwaitThat(widget, [&] {
+    const std::optional<Corner> now = Find(widget);
+    if (now != std::exchange(middle, now)) since = std::chrono::steady_clock::now();
+    return middle && std::chrono::steady_clock::now() - since > kAtRest;
+  });
   return *middle;
+}
+
+std::string DrivenWindow::MoveTo(const std::string& widget) const {
+  const Corner middle = MiddleOf(widget);
+  return ::MoveTo(middle.x, middle.y);
 }
 
 void DrivenWindow::AwaitGone(const std::string& widget) const {
   AwaitThat(widget + " to be gone", [&] { return !Find(widget); });
 }
 
-void DrivenWindow::Do(const std::string& deed) const {
-  const std::string command = "DISPLAY=" + display + " xdotool " + deed;
+void DrivenWindow::Do(const std::string& deeds) const {
+  const std::string command = "DISPLAY=" + display + " xdotool " + deeds;
   if (std::system(command.c_str()) != 0) throw std::runtime_error("cannot do: " + command);
-  std::this_thread::sleep_for(kBetweenDeeds);
 }
 
-void DrivenWindow::MoveMouse(int x, int y) const {
-  Do("mousemove " + std::to_string(x) + " " + std::to_string(y));
-}
+void DrivenWindow::MoveMouse(int x, int y) const { Do(::MoveTo(x, y)); }
 
-void DrivenWindow::Press(const std::string& widget) const {
-  const Corner middle = MiddleOf(widget);
-  MoveMouse(middle.x, middle.y);
-  Do("mousedown 1");
-}
+void DrivenWindow::Press(const std::string& widget) const { Do(MoveTo(widget) + " mousedown 1"); }
 
 void DrivenWindow::Release() const { Do("mouseup 1"); }
 
-void DrivenWindow::Click(const std::string& widget) const {
-  Press(widget);
-  Release();
+void DrivenWindow::Click(const std::string& widget) const { Do(MoveTo(widget) + " click 1"); }
+
+void DrivenWindow::ClickAndGoOn(const std::string& widget, int x, int y) const {
+  Do(MoveTo(widget) + " click 1 " + ::MoveTo(x, y) + " click 1");
 }
 
 void DrivenWindow::Enter(const std::string& widget, const std::string& text) const {
-  Click(widget);
-  // Apart, as the window asks which modifiers are held when it comes to the key.
-  Do("keydown ctrl");
-  Do("key a");
-  Do("keyup ctrl");
-  Do("type --delay 40 '" + text + "'");
+  Do(MoveTo(widget) + " click 1 key ctrl+a type --delay 1 '" + text + "'");
 }
 
 void DrivenWindow::Key(const std::string& key) const { Do("key " + key); }
 
-bool DrivenWindow::HasTold(const std::string& text) const {
-  return ReadFile(files / "output").find(text) != std::string::npos;
-}
-
-void DrivenWindow::Await(const std::string& text) const {
-  AwaitThat(text + ", told:\n" + ReadFile(files / "output") + ReadFile(files / "error"),
-            [&] { return HasTold(text); });
+void DrivenWindow::Await(const std::string& text) {
+  AwaitThat(text + ", told:\n" + ReadFile(files / "output") + ReadFile(files / "error"), [&] {
+    const std::size_t place = ReadFile(files / "output").find(text, seen);
+    if (place == std::string::npos) return false;
+    seen = place + text.size();
+    return true;
+  });
 }
 
 SimulatorRun DrivenWindow::Close() {

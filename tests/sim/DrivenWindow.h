@@ -24,6 +24,8 @@ class DrivenWindow {
   void Click(const std::string& widget) const;
   void Press(const std::string& widget) const;
   void Release() const;
+  // Clicks it, goes elsewhere and clicks there, faster than frames are drawn.
+  void ClickAndGoOn(const std::string& widget, int x, int y) const;
   // Clicks it, and types over what is in it.
   void Enter(const std::string& widget, const std::string& text) const;
 
@@ -32,11 +34,9 @@ class DrivenWindow {
   // Pixels from the window's left and top.
   void MoveMouse(int x, int y) const;
 
-  // Waits until the simulator has told this. Throws when it did not after a while.
-  void Await(const std::string& text) const;
-  // Whether it was told so far.
-  bool HasTold(const std::string& text) const;
-
+  // Waits until the simulator has told this behind what was awaited before. Throws when it did not after a
+  // while.
+  void Await(const std::string& text);
   // Waits until a widget is no longer drawn, as a menu that was closed. Throws when it is after a while.
   void AwaitGone(const std::string& widget) const;
 
@@ -47,11 +47,13 @@ class DrivenWindow {
   struct Corner {
     int x;
     int y;
+    bool operator==(const Corner&) const = default;
   };
 
   std::optional<Corner> Find(const std::string& widget) const;  // its middle
-  Corner MiddleOf(const std::string& widget) const;             // as soon as there is one
-  void Do(const std::string& deed) const;
+  Corner MiddleOf(const std::string& widget) const;     // as soon as there is one, and all stands still
+  std::string MoveTo(const std::string& widget) const;  // as xdotool is told
+  void Do(const std::string& deeds) const;
   void StartDisplay();
   void Fly(const SimulatorFolder& folder, std::vector<std::string> arguments);
 
@@ -59,4 +61,5 @@ class DrivenWindow {
   std::string display;
   pid_t server = 0;
   pid_t simulator = 0;
+  std::size_t seen = 0;  // of what was told
 };

@@ -1,4 +1,4 @@
-// The menu bar, touched in a real window.
+// The menu bar and a panel, touched in a real window.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -11,7 +11,7 @@ class Touch : public testing::Test {
  protected:
   Touch() { folder.Install("toucher", "toucher/64/lin.vyp"); }
 
-  static void Pick(const DrivenWindow& window, const std::string& item) {
+  static void Pick(DrivenWindow& window, const std::string& item) {
     window.Click("menu/Plugins");
     window.Click("menu/Plugins/Touch");
     window.Click("menu/Plugins/Touch/" + item);
@@ -30,6 +30,21 @@ class Touch : public testing::Test {
 
   SimulatorFolder folder;
 };
+
+// A user may be faster than frames are drawn: what was clicked, and what was typed into, is what was under
+// the mouse then. The simulator and plugins hear of the click beside the panels alone.
+TEST_F(Touch, HandsMayBeFasterThanFrames) {
+  DrivenWindow window(folder, {"--rate", "4"});
+  window.Click("menu/View");
+  window.ClickAndGoOn("menu/View/Commands", 1200, 700);
+  window.Await("mouse pressed at 1200, 99: left to the simulator");
+  window.Enter("Commands/search", "touch/act 5");
+  window.AwaitGone("Commands/press sim/throttle/increase");
+  const SimulatorRun run = window.Close();
+  EXPECT_EQ(run.exitCode, 0) << run.output << run.error;
+  EXPECT_EQ(run.output.find("key "), std::string::npos) << run.output;
+  EXPECT_EQ(run.output.find("mouse pressed"), run.output.rfind("mouse pressed")) << run.output;
+}
 
 // The check mark that the first pick sets stands in the bar, and a handler may clear away the menu that it
 // was picked from.
