@@ -39,7 +39,8 @@ void KeyInput::Begin(const SDL_KeyboardEvent& event) {
 // With the character that it was pressed with, whatever is held meanwhile.
 void KeyInput::End(const SDL_KeyboardEvent& event) {
   const NamedKey* const key = KeyOf(event.keysym);
-  const auto found = key != nullptr ? held.find(key->virtualKey) : held.end();
+  if (key == nullptr) return;
+  const auto found = held.find(key->virtualKey);
   if (found == held.end()) return;
   Do(KeyStep("releaseKey", *key, FlagsOf(event.keysym), found->second.character));
   held.erase(found);

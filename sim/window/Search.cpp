@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <ranges>
 
 #include "window/WidgetPlaces.h"
 #include "window/Widgets.h"
@@ -16,9 +15,14 @@ bool Finds(std::string_view search, std::string_view text) {
   const auto isSame = [](unsigned char left, unsigned char right) {
     return std::tolower(left) == std::tolower(right);
   };
-  return std::ranges::all_of(std::views::split(search, ' '), [&](const auto& word) {
-    return std::ranges::search(text, word, isSame).begin() != text.end() || std::ranges::empty(word);
-  });
+  while (!search.empty()) {
+    const std::string_view word = search.substr(0, search.find(' '));
+    if (std::search(text.begin(), text.end(), word.begin(), word.end(), isSame) == text.end() &&
+        !word.empty())
+      return false;
+    search.remove_prefix(std::min(word.size() + 1, search.size()));
+  }
+  return true;
 }
 
 bool DrawSearch(const char* panel, std::string& search) {

@@ -29,7 +29,7 @@ Frustum::Frustum() : sides{} {
   glGetDoublev(GL_MODELVIEW_MATRIX, view.data());
   const Matrix clip = Product(projection, view);
   std::size_t side = 0;
-  for (const std::size_t axis : {0, 1}) {
+  for (const std::size_t axis : {0UL, 1UL}) {
     for (const double sign : {1.0, -1.0}) {
       const auto part = [&](std::size_t column) {
         return clip[column * 4 + 3] + sign * clip[column * 4 + axis];
