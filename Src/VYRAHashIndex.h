@@ -12,11 +12,15 @@
 template <class Entry>
 class VYRAHashIndex {
  public:
+  VYRAHashIndex() = default;
+  VYRAHashIndex(const VYRAHashIndex&) = delete;
+  VYRAHashIndex& operator=(const VYRAHashIndex&) = delete;
+
   // The entry with this hash that matches, or null. Good until one is added or removed.
   template <class Matches>
   Entry* Find(std::uint64_t hash, Matches matches) {
-    for (std::size_t place = PlaceOf(hash); entries[place].IsUsed(); place = After(place)) {
-      if (entries[place].Hash() == hash && matches(entries[place])) return &entries[place];
+    for (std::size_t place = PlaceOf(hash); first[place].IsUsed(); place = After(place)) {
+      if (first[place].Hash() == hash && matches(first[place])) return &first[place];
     }
     return nullptr;
   }
@@ -43,9 +47,6 @@ class VYRAHashIndex {
 
   std::size_t Count() const { return count; }
 
-  // Every entry, unused ones too.
-  std::vector<Entry>& Entries() { return entries; }
-
  private:
   // Multiplicative hashing with 2^64 divided by the golden ratio (D. E. Knuth, The Art of Computer
   // Programming, volume 3, 6.4): the product's upper bits depend on all of the hash's, which may be an
@@ -61,14 +62,23 @@ class VYRAHashIndex {
   }
 
   void Grow() {
-    const std::vector<Entry> old = std::exchange(entries, std::vector<Entry>(2 * entries.size()));
-    --shift;
+    const std::size_t size = entries.empty() ? kSmallest : 2 * entries.size();
+    const std::vector<Entry> old = std::exchange(entries, std::vector<Entry>(size));
+    first = entries.data();
+    if (size > kSmallest) --shift;
     for (const Entry& entry : old) {
       if (entry.IsUsed()) Place(entry);
     }
   }
 
-  std::vector<Entry> entries = std::vector<Entry>(2);  // a power of two, at most half of them used
+  static constexpr std::size_t kSmallest = 2;
+
+  // What is searched while there are no entries, so that neither a table that is never used takes memory, nor
+  // a search asks first whether there are any.
+  static inline Entry gNone[kSmallest];
+
+  std::vector<Entry> entries;  // a power of two, at most half of them used
+  Entry* first = gNone;        // the first of them
   std::size_t count = 0;
   int shift = 63;  // 64 minus the number of bits that an index into `entries` has
 };
