@@ -28,7 +28,7 @@ bool Finds(std::string_view search, std::string_view text) {
 bool DrawSearch(const char* panel, std::string& search) {
   ImGui::SetNextItemWidth(-4.0F * ImGui::GetFontSize());
   const bool isChanged = ImGui::InputTextWithHint("##search", "search", &search);
-  MarkWidget(panel, "search");
+  MarkField(panel, "search", search);
   return isChanged;
 }
 

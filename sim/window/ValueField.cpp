@@ -73,7 +73,7 @@ void DrawField() {
   if (gEdit->isNew) ImGui::SetKeyboardFocusHere();
   const bool isDone = ImGui::InputText(
       "##edit", &gEdit->text, ImGuiInputTextFlags_EnterReturnsTrue | ImGuiInputTextFlags_AutoSelectAll);
-  MarkWidget(gEdit->panel, "field " + PlaceText(gEdit->place));
+  MarkField(gEdit->panel, "field " + PlaceText(gEdit->place), gEdit->text);
   if (isDone) Write(*gEdit);
   if (isDone || (!gEdit->isNew && ImGui::IsItemDeactivated())) return gEdit.reset();
   gEdit->isNew = gEdit->isNew && !ImGui::IsItemActive();

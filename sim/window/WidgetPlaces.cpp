@@ -18,8 +18,8 @@ const char* FileName() {
   return kName;
 }
 
-std::string gLines;    // of this frame
-std::string gWritten;  // what the file has
+std::string gLines;  // of this frame
+int gFrame = 0;
 
 }  // namespace
 
@@ -35,15 +35,17 @@ void MarkWidget(std::string_view panel, std::string_view name) {
                  std::min(most.y, clipMost.y), panel, name);
 }
 
+void MarkField(std::string_view panel, std::string_view name, std::string_view text) {
+  MarkWidget(panel, name);
+  if (FileName() != nullptr) MarkWidget(panel, fmt::format("{}: {}", name, text));
+}
+
 // Whoever reads the file finds all of a frame, and never a part.
 void WriteWidgetPlaces() {
   if (FileName() == nullptr) return;
-  if (gLines != gWritten) {
-    const std::string unfinished = std::string(FileName()) + ".new";
-    std::ofstream(unfinished) << gLines;
-    std::filesystem::rename(unfinished, FileName());
-    gWritten = gLines;
-  }
+  const std::string unfinished = std::string(FileName()) + ".new";
+  std::ofstream(unfinished) << "frame " << ++gFrame << '\n' << gLines;
+  std::filesystem::rename(unfinished, FileName());
   gLines.clear();
 }
 

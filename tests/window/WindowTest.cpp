@@ -19,11 +19,14 @@ class WindowTest : public testing::Test {
     return folder.Write(std::string(R"({"expectations": )") + expectations + "}", "../flight.json");
   }
 
+  // Pixels of the screen, y upward.
+  std::string Move(int x, int y) const {
+    return "mousemove " + std::to_string(x) + " " + std::to_string(display.Height() - 1 - y) + " ";
+  }
+
   const SimulatorFolder folder;
   const OwnDisplay display;
 };
-
-std::string Move(int x, int y) { return "mousemove " + WindowedFlight::OnDisplay(x, y) + " "; }
 
 TEST_F(WindowTest, PluginWindowTakesMouseWheelAndKeyboard) {
   WindowedFlight flight(display, folder.Path(""));

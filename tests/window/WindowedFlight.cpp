@@ -64,7 +64,7 @@ int WaitForChild(pid_t child) {
 
 // ---- Display --------------------------------------------------------------------------------------------
 
-OwnDisplay::OwnDisplay() {
+OwnDisplay::OwnDisplay(int itsWidth, int itsHeight) : width(itsWidth), height(itsHeight) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
   server = fork();
@@ -73,7 +73,7 @@ OwnDisplay::OwnDisplay() {
     Redirect(STDOUT_FILENO, "/dev/null");
     Redirect(STDERR_FILENO, "/dev/null");
     Become({"Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset", "-screen", "0",
-            std::to_string(WindowedFlight::kWidth) + "x" + std::to_string(WindowedFlight::kHeight) + "x24"});
+            std::to_string(width) + "x" + std::to_string(height) + "x24"});
   }
   close(ends[1]);
   // It writes its number, and a line end behind it, once it takes connections.
@@ -101,7 +101,7 @@ WindowedFlight::WindowedFlight(const OwnDisplay& ofDisplay, const fs::path& syst
                                  "--system",
                                  systemFolder,
                                  "--size",
-                                 std::to_string(kWidth) + "x" + std::to_string(kHeight),
+                                 std::to_string(display.Width()) + "x" + std::to_string(display.Height()),
                                  "--log",
                                  files / "log",
                                  "--report",
@@ -142,26 +142,28 @@ bool WindowedFlight::WaitForWindow() {
     ADD_FAILURE() << "there is no window\n" << Told();
     return false;
   }
-  Act("mousemove 320 120 windowfocus " + std::to_string(Window()));
+  Act("mousemove " + std::to_string(display.Width() / 2) + " " + std::to_string(display.Height() / 4) +
+      " windowfocus " + std::to_string(Window()));
   return true;
 }
 
 void WindowedFlight::Act(const std::string& words) const {
-  std::vector<std::string> all{"xdotool"};
   std::istringstream stream(words);
-  for (std::string word; stream >> word;) all.push_back(word);
+  std::vector<std::string> split;
+  for (std::string word; stream >> word;) split.push_back(word);
+  Act(split);
+}
+
+void WindowedFlight::Act(std::vector<std::string> words) const {
+  words.insert(words.begin(), "xdotool");
   const pid_t child = fork();
   if (child == 0) {
     setenv("DISPLAY", display.Name().c_str(), 1);
-    Become(all);
+    Become(words);
   }
   const int result = WaitForChild(child);
   EXPECT_EQ(result, 0) << (result == 127 ? "no xdotool. On Debian: apt-get install xdotool"
-                                         : "xdotool " + words);
-}
-
-std::string WindowedFlight::OnDisplay(int x, int y) {
-  return std::to_string(x) + " " + std::to_string(kHeight - 1 - y);
+                                         : testing::PrintToString(words));
 }
 
 void WindowedFlight::Close() const { PressCloseButton(display.Name()); }

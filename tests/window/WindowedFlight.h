@@ -11,25 +11,26 @@
 // An X server without a screen to look at, for as long as this lasts.
 class OwnDisplay {
  public:
-  OwnDisplay();
+  explicit OwnDisplay(int width = 640, int height = 480);
   ~OwnDisplay();
   OwnDisplay(const OwnDisplay&) = delete;
   OwnDisplay& operator=(const OwnDisplay&) = delete;
 
   const std::string& Name() const { return name; }  // ":3"
+  int Width() const { return width; }
+  int Height() const { return height; }
 
  private:
+  int width;
+  int height;
   pid_t server = 0;
   std::string name;
 };
 
 class WindowedFlight {
  public:
-  static constexpr int kWidth = 640;  // of the window, which fills the display at first
-  static constexpr int kHeight = 480;
-
-  // Starts "vyra-sim run --window" over a simulator folder, with further arguments. Its panels and the end of
-  // a flight are remembered in the folder `state` there.
+  // Starts "vyra-sim run --window" over a simulator folder, with further arguments. The window fills the
+  // display at first. Its panels and the end of a flight are remembered in the folder `state` there.
   WindowedFlight(const OwnDisplay& display, const std::filesystem::path& systemFolder,
                  const std::vector<std::string>& arguments = {});
   ~WindowedFlight();
@@ -42,10 +43,9 @@ class WindowedFlight {
   // Waits until the window is there and has the keyboard.
   bool WaitForWindow();
 
-  // What xdotool is to do, as on its command line. Places are pixels of the display, y downward: OnDisplay
-  // makes them from the screen's, y upward.
+  // What xdotool is to do, as on its command line. Places are pixels of the display, y downward.
   void Act(const std::string& words) const;
-  static std::string OnDisplay(int x, int y);
+  void Act(std::vector<std::string> words) const;
   // Presses the window's close button.
   void Close() const;
 

@@ -47,7 +47,7 @@ void DrawRecording() {
   ImGui::SameLine();
   ImGui::SetNextItemWidth(-12.0F * ImGui::GetFontSize());
   if (ImGui::InputText("##file", &gFileName)) gIsThereAlready = false;
-  MarkWidget(kPanel, "file");
+  MarkField(kPanel, "file", gFileName);
   ImGui::SameLine();
   if (ImGui::Button("Save")) Save(false);
   MarkWidget(kPanel, "save");
