@@ -240,7 +240,7 @@ class StUserDisplay {
 // is to be no flight.
 std::optional<PluginChoice> ChoosePlugins(const FlightOptions& options, FlightWindow* window) {
   PluginChoice choice = options.plugins;
-  if (window == nullptr || !options.lastEnd) return choice;
+  if (window == nullptr || !options.lastEnd || PassesOver(choice, options.lastEnd->path)) return choice;
   switch (AskAboutLastEnd(*window, *options.lastEnd)) {
     case LastEndChoice::Leave:
       return std::nullopt;

@@ -23,12 +23,13 @@ bool IsAdmin(const std::string& module) {
 // Decides about a module, and finds out its signature at most once.
 class Decision {
  public:
-  explicit Decision(const std::string& modulePath) : module(modulePath) {}
+  Decision(const PluginChoice& itsChoice, const std::string& modulePath)
+      : choice(itsChoice), module(modulePath) {}
 
   bool PassesOver() {
-    if (gChoice.safeMode && !IsAdmin(module)) return true;
-    if (FitsAny(gChoice.skip)) return true;
-    return !gChoice.only.empty() && !FitsAny(gChoice.only);
+    if (choice.safeMode && !IsAdmin(module)) return true;
+    if (FitsAny(choice.skip)) return true;
+    return !choice.only.empty() && !FitsAny(choice.only);
   }
 
   PluginReport Entry() const {
@@ -49,6 +50,7 @@ class Decision {
     });
   }
 
+  const PluginChoice& choice;
   const std::string& module;
   std::optional<std::string> signature;
 };
@@ -56,7 +58,7 @@ class Decision {
 int MayBeLoaded(const char* path, void* /*refcon*/) {
   const auto [entry, isNew] = gPassedOver.try_emplace(path, false);
   if (isNew) {
-    Decision decision(entry->first);
+    Decision decision(gChoice, entry->first);
     entry->second = decision.PassesOver();
     if (entry->second) TellEvent(PluginTold{decision.Entry()});
   }
@@ -64,6 +66,10 @@ int MayBeLoaded(const char* path, void* /*refcon*/) {
 }
 
 }  // namespace
+
+bool PassesOver(const PluginChoice& choice, const std::string& module) {
+  return Decision(choice, module).PassesOver();
+}
 
 void FlyWith(const PluginChoice& choice) {
   gChoice = choice;

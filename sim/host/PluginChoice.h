@@ -12,6 +12,9 @@ struct PluginChoice {
   std::vector<std::string> only;  // all others are passed over, unless this is empty
 };
 
+// Whether a module is passed over by it.
+bool PassesOver(const PluginChoice& choice, const std::string& module);
+
 // Has the library pass over the others from now on. Each of them is told of when the library comes to it.
 void FlyWith(const PluginChoice& choice);
 

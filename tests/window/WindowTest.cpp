@@ -133,6 +133,23 @@ TEST_F(WindowTest, MessageWaitsForItsReader) {
   EXPECT_EQ(flight.End(), 0);
 }
 
+TEST_F(WindowTest, StallEndsTheFlightAndSafeModeLeavesThePluginOut) {
+  folder.Install("toucher", "PluginAdmin/64/lin.vyp");
+  {
+    WindowedFlight flight(display, folder.Path(""), {"--stall-limit", "2"});
+    ASSERT_TRUE(flight.WaitForWindow() && flight.WaitFor(kStarted));
+    flight.Act(Move(100, 100) + "click 1 key s");
+    EXPECT_EQ(flight.End(), 3);
+    EXPECT_NE(flight.Output().find("window key"), std::string::npos) << flight.Output();
+  }
+  // Nothing is asked, as the plugin is left out anyway.
+  WindowedFlight flight(display, folder.Path(""), {"--safe-mode"});
+  ASSERT_TRUE(flight.WaitForWindow() && flight.WaitFor("start "));
+  flight.Close();
+  EXPECT_EQ(flight.End(), 0) << flight.Output();
+  EXPECT_EQ(flight.Log().find("listener: screen"), std::string::npos);
+}
+
 TEST_F(WindowTest, FlightAfterACrashAsksFirst) {
   setenv("VYRA_TEST_CRASH", "1", 1);
   {

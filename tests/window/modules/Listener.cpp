@@ -1,6 +1,8 @@
 // A window in the left bottom corner that tells in the log of everything that reaches it. A click gives it
-// the keyboard, the key R in it reloads all plugins, and VYRA_TEST_CRASH lets the flight loop write to
-// nowhere.
+// the keyboard, the key R in it reloads all plugins, S never returns, and VYRA_TEST_CRASH lets the flight
+// loop write to nowhere.
+#include <unistd.h>
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -42,6 +44,7 @@ void OnKey(VYRAWindowID /*window*/, char key, int flags, char virtualKey, void* 
   Tell("listener: key %d, flags %d, virtual key %d", static_cast<unsigned char>(key), flags,
        static_cast<unsigned char>(virtualKey));
   if (virtualKey == 'R' && flags == 0) VYRAReloadPlugins();
+  while (virtualKey == 'S') pause();
 }
 
 int OnWheel(VYRAWindowID /*window*/, int /*x*/, int /*y*/, int wheel, int clicks, void* /*refcon*/) {
