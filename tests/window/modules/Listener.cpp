@@ -44,7 +44,8 @@ void OnKey(VYRAWindowID /*window*/, char key, int flags, char virtualKey, void* 
   Tell("listener: key %d, flags %d, virtual key %d", static_cast<unsigned char>(key), flags,
        static_cast<unsigned char>(virtualKey));
   if (virtualKey == 'R' && flags == 0) VYRAReloadPlugins();
-  while (virtualKey == 'S') pause();
+  if (virtualKey == 'S')
+    for (;;) pause();
 }
 
 int OnWheel(VYRAWindowID /*window*/, int /*x*/, int /*y*/, int wheel, int clicks, void* /*refcon*/) {
