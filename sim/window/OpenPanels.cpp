@@ -1,10 +1,11 @@
 #include "window/OpenPanels.h"
-#include "window/WidgetPlaces.h"
 
 #include <fmt/format.h>
 #include <imgui.h>
 
 #include <utility>
+
+#include "window/WidgetPlaces.h"
 
 namespace sim {
 
