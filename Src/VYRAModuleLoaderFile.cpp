@@ -42,6 +42,7 @@ bool ReachesBeyond(const Elf64_Phdr& segment, std::uint64_t fileSize) {
 // Bytes of a file: those at its beginning are read once.
 class Bytes {
  public:
+  // cppcheck-suppress uninitMemberVar ; no more of it is looked at than was read
   explicit Bytes(int openFile) : file(openFile), size(ReadAt(0, first, sizeof(first))) {}
 
   const unsigned char* First() const { return first; }

@@ -140,7 +140,7 @@ int VYRAAcquirePlanes(char** aircraft, VYRAPlanesReturned_f callback, void* refc
   gPlaneLimit = kNoLimit;
   gOwner = VYRAGetDispatchedPlugin();
   if (aircraft == nullptr) return 1;
-  for (int plane = 0; aircraft[plane] != nullptr && plane < INT_MAX; ++plane) {
+  for (int plane = 0; plane < INT_MAX && aircraft[plane] != nullptr; ++plane) {
     const std::string model = VYRAPathFromPlugin(aircraft[plane]);
     if (CanNameAFile(model)) Wish(plane, model);
   }

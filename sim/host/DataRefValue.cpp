@@ -75,6 +75,7 @@ bool WriteNumbers(VYRADataRef dataRef, VYRADataTypeID types, const std::vector<d
   return true;
 }
 
+// cppcheck-suppress passedByValue ; the library takes it as text that could be written to
 bool WriteText(VYRADataRef dataRef, VYRADataTypeID types, std::string text) {
   if ((types & VYRA_TYPE_DATA) == 0) return false;
   VYRASetDatab(dataRef, text.data(), 0, static_cast<int>(text.size()) + 1);

@@ -39,7 +39,7 @@ std::string Cut(const std::string& cell) {
 
 std::string TableOf(const Rows& rows) {
   if (rows.empty()) return "none\n";
-  std::vector<Line> lines{{}};
+  std::vector<Line> lines(1);
   for (const auto& [name, value] : rows.front().items()) lines.front().push_back(name);
   for (const Rows& row : rows) {
     Line& line = lines.emplace_back();

@@ -65,17 +65,18 @@ void WriteAll(int fileDescriptor, std::string_view text) {
 }
 
 // An event is an object with one key, the name of its kind.
+template <class Kind>
+bool IsOfKind(const nlohmann::json& object, Event& outEvent) {
+  const auto found = object.find(Kind::kName);
+  if (found == object.end()) return false;
+  outEvent = found->template get<Kind>();
+  return true;
+}
+
 template <class... Kinds>
 Event EventOf(const nlohmann::json& object, const std::variant<Kinds...>* /*kinds*/) {
   Event event;
-  const auto tryKind = [&]<class Kind>() {
-    const auto found = object.find(Kind::kName);
-    if (found == object.end()) return false;
-    event = found->template get<Kind>();
-    return true;
-  };
-  if (!(tryKind.template operator()<Kinds>() || ...))
-    throw std::runtime_error("unknown event " + object.dump());
+  if (!(IsOfKind<Kinds>(object, event) || ...)) throw std::runtime_error("unknown event " + object.dump());
   return event;
 }
 

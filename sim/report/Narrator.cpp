@@ -15,9 +15,9 @@ constexpr std::chrono::milliseconds kProgressInterval{250};
 
 }  // namespace
 
-Narrator::Narrator(bool wantsProgress) : showsProgress(wantsProgress && isatty(STDERR_FILENO) != 0) {
-  nextProgress = std::chrono::steady_clock::now() + kProgressInterval;
-}
+Narrator::Narrator(bool wantsProgress)
+    : showsProgress(wantsProgress && isatty(STDERR_FILENO) != 0),
+      nextProgress(std::chrono::steady_clock::now() + kProgressInterval) {}
 
 void Narrator::Tell(int moment, std::string_view text) {
   ClearProgress();

@@ -22,7 +22,7 @@ class Narrator {
  private:
   bool showsProgress;
   bool lineIsShown = false;
-  std::chrono::steady_clock::time_point nextProgress{};
+  std::chrono::steady_clock::time_point nextProgress;
 };
 
 }  // namespace sim

@@ -69,6 +69,7 @@ TraceFile::~TraceFile() { close(file); }
 
 bool TraceFile::Write(std::string_view text) const {
   while (!text.empty()) {
+    // cppcheck-suppress invalidLifetime ; it confuses this text with one of a caller
     const ssize_t written = write(file, text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return false;

@@ -63,6 +63,7 @@ sigset_t WatchedSignals() {
   HandleEndRequests();
   sigprocmask(SIG_SETMASK, &unblocked, nullptr);
   std::atexit(NoteExit);
+  // cppcheck-suppress ignoredReturnValue ; there is room for 32, and this is the first
   std::at_quick_exit(NoteExit);
   NoteCalls();
   const int exitCode = fly(lines);

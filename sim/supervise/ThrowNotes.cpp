@@ -36,6 +36,7 @@ std::string DescribeException() {
   const std::type_info* const type = abi::__cxa_current_exception_type();
   if (type == nullptr) return "an exception that is not C++'s left it";
   try {
+    // cppcheck-suppress rethrowNoCurrentException ; there is one, as it has a type
     throw;
   } catch (const std::exception& exception) {
     return fmt::format("an exception left it: {}: {}", TypeName(*type), exception.what());

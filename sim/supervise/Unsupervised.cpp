@@ -30,6 +30,7 @@ void FlyHere(const std::function<void()>& fly, void (*conclude)(const BadEnd& en
   gBoard->flyer = getpid();
   HandleEndRequests();
   std::atexit(ConcludeExit);
+  // cppcheck-suppress ignoredReturnValue ; there is room for 32, and this is the first
   std::at_quick_exit(ConcludeExit);
   NoteCalls();
   fly();
