@@ -23,3 +23,8 @@ option(VYRA_STD_DEBUG "Build with the checks of the standard library's debug mod
 if(VYRA_STD_DEBUG)
   target_compile_definitions(vyra_compile_options INTERFACE _GLIBCXX_DEBUG)
 endif()
+
+# For what the Debian packages hold alone, so that lines of it have names in backtraces.
+set(VYRA_SHIPPED_OPTIONS "" CACHE STRING "Compiler options for the library and vyra-sim alone")
+add_library(vyra_shipped_options INTERFACE)
+target_compile_options(vyra_shipped_options INTERFACE ${VYRA_SHIPPED_OPTIONS})

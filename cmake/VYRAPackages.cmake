@@ -83,11 +83,25 @@ foreach(changelog IN ITEMS changelog changelog.Debian)
   execute_process(COMMAND "${VYRA_GZIP}" --best --no-name --force "${debianFolder}/${changelog}"
                   COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
+# What lintian would warn of, with the reasons.
+file(WRITE "${debianFolder}/overrides" "# Made by the project itself: no bug of Debian asks for it.\n"
+                                       "initial-upload-closes-no-bugs\n")
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   string(TOUPPER "${component}" name)
   install(
     FILES "${debianFolder}/copyright" "${debianFolder}/changelog.gz" "${debianFolder}/changelog.Debian.gz"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${name}_PACKAGE_NAME}"
+    COMPONENT ${component})
+  set(overrides "${debianFolder}/${component}-overrides")
+  configure_file("${debianFolder}/overrides" "${overrides}" COPYONLY)
+  if(component STREQUAL simulator)
+    file(APPEND "${overrides}" "# vyra-sim --help and the guides in libvyra-dev say what a page would.\n"
+                               "no-manual-page\n")
+  endif()
+  install(
+    FILES "${overrides}"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides"
+    RENAME "${CPACK_DEBIAN_${name}_PACKAGE_NAME}"
     COMPONENT ${component})
 endforeach()
 
