@@ -24,13 +24,31 @@ FT_Library Library() {
   return library;
 }
 
+// A face in another size, for as long as this lasts.
+class StFaceSize {
+ public:
+  StFaceSize(FT_Face theFace, int pixels, int usualPixels) : face(theFace), usual(usualPixels) {
+    Set(pixels);
+  }
+  ~StFaceSize() { Set(usual); }
+  StFaceSize(const StFaceSize&) = delete;
+  StFaceSize& operator=(const StFaceSize&) = delete;
+
+ private:
+  void Set(int pixels) const { FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixels)); }
+
+  FT_Face face;
+  int usual;
+};
+
 bool IsControl(char32_t character) { return character < 0x20 || (character >= 0x7F && character < 0xA0); }
 
 }  // namespace
 
 void Font::FaceCloser::operator()(FT_FaceRec_* opened) const { FT_Done_Face(opened); }
 
-Font::Font(const std::string& fileName, int pixels, bool hasDigitsOnly) : digitsOnly(hasDigitsOnly) {
+Font::Font(const std::string& fileName, int pixels, bool hasDigitsOnly)
+    : size(pixels), digitsOnly(hasDigitsOnly) {
   FT_Face opened = nullptr;
   if (FT_New_Face(Library(), fileName.c_str(), 0, &opened) != 0 ||
       FT_Set_Pixel_Sizes(opened, 0, static_cast<FT_UInt>(pixels)) != 0)
@@ -67,15 +85,20 @@ const Glyph& Font::RareGlyph(char32_t character) const {
   return found->second;
 }
 
-std::vector<unsigned char> Font::Ink(char32_t character) const {
-  const Glyph& glyph = GlyphOf(character);
-  if (glyph.width == 0 || FT_Load_Char(face.get(), character, FT_LOAD_RENDER) != 0) return {};
+Ink Font::InkOf(char32_t character, int density) const {
+  if (GlyphOf(character).width == 0) return {};
+  const StFaceSize larger(face.get(), size * density, size);
+  if (FT_Load_Char(face.get(), character, FT_LOAD_RENDER) != 0) return {};
   const FT_Bitmap& bitmap = face->glyph->bitmap;
-  std::vector<unsigned char> ink;
-  ink.reserve(static_cast<std::size_t>(glyph.width) * static_cast<std::size_t>(glyph.height));
-  for (int row = 0; row < glyph.height; ++row) {
+  Ink ink{.left = face->glyph->bitmap_left,
+          .top = face->glyph->bitmap_top,
+          .width = static_cast<int>(bitmap.width),
+          .height = static_cast<int>(bitmap.rows),
+          .pixels = {}};
+  ink.pixels.reserve(static_cast<std::size_t>(ink.width) * static_cast<std::size_t>(ink.height));
+  for (int row = 0; row < ink.height; ++row) {
     const unsigned char* const begin = bitmap.buffer + static_cast<std::ptrdiff_t>(row) * bitmap.pitch;
-    ink.insert(ink.end(), begin, begin + glyph.width);
+    ink.pixels.insert(ink.pixels.end(), begin, begin + ink.width);
   }
   return ink;
 }

@@ -21,6 +21,16 @@ struct Glyph {
   int height = 0;
 };
 
+// What a character looks like: its ink from the top row down, 0 to 255 for each pixel, and where that lies.
+// On a display of high density these are that display's pixels, several to one of a Glyph's.
+struct Ink {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  std::vector<unsigned char> pixels;
+};
+
 class Font {
  public:
   // Throws InputError, naming the Debian package to install, when the file cannot be read.
@@ -34,8 +44,8 @@ class Font {
     return character < latin.size() ? latin[character] : RareGlyph(character);
   }
 
-  // The ink of a character, from the top row down, 0 to 255 for each pixel.
-  std::vector<unsigned char> Ink(char32_t character) const;
+  // Drawn at `density` times the size, from 1 on.
+  Ink InkOf(char32_t character, int density) const;
 
   int Width(std::string_view text) const;
   int Ascent() const { return ascent; }          // of the highest characters, above the baseline
@@ -53,6 +63,7 @@ class Font {
   const Glyph& RareGlyph(char32_t character) const;
 
   std::unique_ptr<FT_FaceRec_, FaceCloser> face;
+  int size;  // pixels
   bool digitsOnly;
   int ascent = 0;
   int descent = 0;

@@ -4,9 +4,9 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
-#include <initializer_list>
-
+#include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 
 #include "view/gl/Solids.h"
 #include "world/aircraft/AircraftDescription.h"
@@ -14,6 +14,9 @@
 
 namespace sim {
 namespace {
+
+// Letters that are drawn finer than that would not all have room in their texture.
+constexpr int kDensest = 3;
 
 // What a plugin may have left behind.
 void ResetState() {
@@ -65,6 +68,7 @@ void FramePainter::Begin(const FrameSize& frameSize, const View& frameView, bool
   view = frameView;
   isPainting = isSeen;
   ResetState();
+  if (size.width > 0) surface.SetDensity(std::clamp(size.pixelWidth / size.width, 1, kDensest));
   glDepthMask(GL_TRUE);
   glClearColor(0.80F, 0.87F, 0.93F, 1.0F);
   glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);

@@ -29,24 +29,26 @@ class StSurfaceState {
   StSurfaceState& operator=(const StSurfaceState&) = delete;
 };
 
-void DrawGlyph(const PlacedGlyph& placed, GlyphAtlas::Corner corner) {
+void DrawGlyph(const PlacedGlyph& placed, const GlyphAtlas::Spot& spot, int density) {
   constexpr double kPixel = 1.0 / GlyphAtlas::kSide;
-  const Glyph& glyph = placed.glyph;
-  const int left = placed.x + glyph.left;
-  const int top = placed.y + glyph.top;
-  const double textureLeft = corner.left * kPixel;
-  const double textureTop = corner.top * kPixel;
-  const double textureRight = (corner.left + glyph.width) * kPixel;
-  const double textureBottom = (corner.top + glyph.height) * kPixel;
+  const double unit = 1.0 / density;
+  const double left = placed.x + spot.left * unit;
+  const double top = placed.y + spot.top * unit;
+  const double right = left + spot.width * unit;
+  const double bottom = top - spot.height * unit;
+  const double textureLeft = spot.textureLeft * kPixel;
+  const double textureTop = spot.textureTop * kPixel;
+  const double textureRight = (spot.textureLeft + spot.width) * kPixel;
+  const double textureBottom = (spot.textureTop + spot.height) * kPixel;
   glBegin(GL_QUADS);
   glTexCoord2d(textureLeft, textureTop);
-  glVertex2i(left, top);
+  glVertex2d(left, top);
   glTexCoord2d(textureLeft, textureBottom);
-  glVertex2i(left, top - glyph.height);
+  glVertex2d(left, bottom);
   glTexCoord2d(textureRight, textureBottom);
-  glVertex2i(left + glyph.width, top - glyph.height);
+  glVertex2d(right, bottom);
   glTexCoord2d(textureRight, textureTop);
-  glVertex2i(left + glyph.width, top);
+  glVertex2d(right, top);
   glEnd();
 }
 
@@ -69,9 +71,9 @@ void SurfacePainter::DrawText(std::string_view text, int x, int y, const TextSty
   glColor3fv(style.colour.data());
   LayOut(font, text, x, y, style.wrapWidth, [&](const PlacedGlyph& placed) {
     if (placed.isBreak || placed.glyph.width == 0) return;
-    const GlyphAtlas::Corner corner = atlas.CornerOf(font, placed.character);
+    const GlyphAtlas::Spot spot = atlas.SpotOf(font, placed.character);
     glBindTexture(GL_TEXTURE_2D, atlas.Texture());
-    DrawGlyph(placed, corner);
+    DrawGlyph(placed, spot, atlas.Density());
   });
 }
 

@@ -10,6 +10,8 @@ namespace sim {
 
 class SurfacePainter {
  public:
+  // How many pixels there are to one of the screen's, from 1 on: letters are as fine as the display.
+  void SetDensity(int pixels) { atlas.SetDensity(pixels); }
   void DrawText(std::string_view text, int x, int y, const TextStyle& style);
   void DrawBox(const Rectangle& box) const;
 
