@@ -2,6 +2,7 @@
 
 #include "VYRALoaderDispatch.h"
 #include "VYRALoaderReports.h"
+#include "VYRALoaderSteps.h"
 
 namespace {
 
@@ -51,13 +52,18 @@ void VYRASendDelivery(VYRADelivery* delivery) {
 }
 
 void VYRADeliverWaiting(VYRAPluginID plugin) {
+  // One that throws keeps no other waiting: nobody would ask for those again.
+  VYRALoaderSteps steps;
   // A delivery may disable its plugin or have it unloaded, so both are asked again each time.
   while (VYRARegistryIsEnabled(plugin)) {
     VYRADelivery* delivery = VYRADeliveryPop(VYRARegistryRecord(plugin).waiting);
-    if (delivery == nullptr) return;
-    const StDispatchCallback dispatch(plugin, VYRA_CALL_OBJECT);
-    delivery->DeliverToPlugin(false);
+    if (delivery == nullptr) break;
+    steps.Take([&] {
+      const StDispatchCallback dispatch(plugin, VYRA_CALL_OBJECT);
+      delivery->DeliverToPlugin(false);
+    });
   }
+  steps.End();
 }
 
 void VYRASettleDeliveries(VYRAPluginID plugin) {

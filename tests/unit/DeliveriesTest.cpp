@@ -2,6 +2,7 @@
 #include "VYRALoaderDeliveries.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,8 +18,9 @@ class Deliveries : public PluginFixture {
     Delivery(VYRAPluginID plugin, char deliveryName) : VYRADelivery(plugin), name(deliveryName) {}
     void DeliverToPlugin(bool pluginGone) override {
       trace.push_back(name + (pluginGone ? std::string(" gone") : " to " + std::to_string(VYRAGetMyID())));
+      const std::unique_ptr<Delivery> self(this);
       if (name == '!') VYRADisablePlugin(VYRAGetMyID());
-      delete this;
+      if (name == '?') throw std::runtime_error("a failure of the callback's own");
     }
 
    private:
@@ -60,6 +62,17 @@ TEST_F(Deliveries, PluginThatDisablesItselfInADeliveryGetsTheRestLater) {
   EXPECT_EQ(trace, Lines{"! to 1"});
   VYRAEnablePlugin(plugin);
   EXPECT_EQ(trace, (Lines{"! to 1", "x to 1"}));
+}
+
+TEST_F(Deliveries, OneThatThrowsKeepsNoOtherWaiting) {
+  const VYRAPluginID plugin = AddPlugin("a");
+  std::vector<Delivery*> queued;
+  for (const char name : {'x', '?', 'y'}) queued.push_back(Queue(plugin, name));
+  VYRADisablePlugin(plugin);
+  for (Delivery* delivery : queued) VYRASendDelivery(delivery);
+  EXPECT_THROW(VYRAEnablePlugin(plugin), std::runtime_error);
+  EXPECT_EQ(trace, (Lines{"y to 1", "? to 1", "x to 1"}));
+  EXPECT_EQ(VYRAIsPluginEnabled(plugin), 1);
 }
 
 TEST_F(Deliveries, PluginThatLeavesDropsWhatWaitsAtOnceAndWhatIsPendingWhenItFinishes) {
