@@ -27,6 +27,8 @@ extern const ActionList kSceneActions;
 // Makes the shared items that the actions know, and the datarefs that the library writes.
 void MakeItems();
 void MakeSwitches();
+// The shared item has the value that was written last.
+void CheckItem(int which);
 // A plugin leaves, and its probes are to be had again.
 void FreeProbesOf(const Plugin& self);
 

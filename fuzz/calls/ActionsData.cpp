@@ -1,8 +1,10 @@
 // Datarefs, shared data and flight loops.
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "Actions.h"
 #include "Host.h"
@@ -14,42 +16,112 @@ namespace {
 
 // ---- Datarefs -----------------------------------------------------------------------------------------
 
+// Who publishes the dataref that has this handle, or null; whether the driver knows is left in `isName`.
+const Registration* PublisherOf(VYRADataRef dataRef, bool& isName) {
+  const Registration* const last = gBook.Last(Family::dataRef, dataRef);
+  isName = last != nullptr;
+  return isName ? gBook.dataRefs[static_cast<std::size_t>(last->which)] : nullptr;
+}
+
 void Publish(Plugin& self) {
-  const int which = gInput.Below(static_cast<int>(std::size(gBook.dataRefs)));
+  const auto which = static_cast<std::size_t>(gInput.Below(static_cast<int>(std::size(gBook.dataRefs))));
   const std::string name = "fuzz/" + std::to_string(which);
-  const Registration* const current = gBook.dataRefs[static_cast<std::size_t>(which)];
+  const Registration* const current = gBook.dataRefs[which];
   const bool isFree = VYRAFindDataRef(name.c_str()) == nullptr;
   Require(current == nullptr || !current->owner->IsSettled() || !isFree, "a published dataref is not found");
+  const bool isNobodys = current == nullptr || current->owner->closed;
+  Require(!gBook.IsSure() || !isNobodys || isFree, "a dataref is found that nobody publishes");
   Registration& r = gBook.Register(Family::dataRef, self);
-  r.which = which;
+  r.which = static_cast<int>(which);
+  r.hasAccessors = !gInput.OneIn(10);
+  r.types = gInput.Int();
+  r.writable = gInput.OneIn(4) ? 0 : 1;
   static constexpr Callbacks kNone = {};
-  const Callbacks& given = gInput.OneIn(10) ? kNone : self.callbacks;
-  r.handle = Do<VYRARegisterDataAccessor>(
-      name.c_str(), gInput.Int(), gInput.OneIn(4) ? 0 : 1, given.readInt, given.writeInt, given.readFloat,
-      given.writeFloat, given.readDouble, given.writeDouble, given.readInts, given.writeInts,
-      given.readFloats, given.writeFloats, given.readData, given.writeData, &r, &r);
+  const Callbacks& given = r.hasAccessors ? self.callbacks : kNone;
+  Call call("VYRARegisterDataAccessor");
+  r.handle = VYRARegisterDataAccessor(
+      name.c_str(), r.types, r.writable, given.readInt, given.writeInt, given.readFloat, given.writeFloat,
+      given.readDouble, given.writeDouble, given.readInts, given.writeInts, given.readFloats,
+      given.writeFloats, given.readData, given.writeData, &r, reinterpret_cast<char*>(&r) + kWriterOffset);
+  call.RequireReport(self, isFree ? nullptr : "Dataref is already registered by someone else.");
+  static const void* handles[std::size(gBook.dataRefs)];  // of all runs: a name keeps its handle
+  Require(handles[which] == nullptr || handles[which] == r.handle, "a name has another handle than before");
+  handles[which] = r.handle;
   if (!isFree) return;
   gBook.Added(r);
-  gBook.dataRefs[static_cast<std::size_t>(which)] = &r;
+  gBook.dataRefs[which] = &r;
 }
 
 void Unpublish(Plugin& self) {
   const auto dataRef = static_cast<VYRADataRef>(gBook.AnyHandle(Family::dataRef));
-  const Registration* const last = gBook.Last(Family::dataRef, dataRef);
-  Do<VYRAUnregisterDataAccessor>(dataRef);
-  if (last == nullptr) return;
-  Registration*& current = gBook.dataRefs[static_cast<std::size_t>(last->which)];
-  if (current != nullptr && current->owner == &self) std::exchange(current, nullptr)->gone = true;
+  bool isName = false;
+  const Registration* const current = PublisherOf(dataRef, isName);
+  const bool isOwn = current != nullptr && current->owner == &self;
+  Call call("VYRAUnregisterDataAccessor");
+  VYRAUnregisterDataAccessor(dataRef);
+  call.RequireReport(self, isOwn    ? nullptr
+                           : isName ? "Dataref is not owned by you - you cannot unregsiter."
+                                    : "Dataref is illegal and cannot be unregistered.");
+  if (isOwn) std::exchange(gBook.dataRefs[static_cast<std::size_t>(current->which)], nullptr)->gone = true;
 }
 
 void AskDataRef(Plugin&) {
   const auto dataRef = static_cast<VYRADataRef>(gBook.AnyHandle(Family::dataRef));
-  const Registration* const last = gBook.Last(Family::dataRef, dataRef);
-  const Registration* const current =
-      last != nullptr ? gBook.dataRefs[static_cast<std::size_t>(last->which)] : nullptr;
+  bool isName = false;
+  const Registration* const current = PublisherOf(dataRef, isName);
   const bool isGood = VYRAIsDataRefGood(dataRef) != 0;
+  if (!gBook.IsSure()) return;
   Require(isGood || current == nullptr || !current->owner->IsSettled(), "a published dataref is not good");
-  if (last != nullptr) VYRAGetDataRefTypes(dataRef);
+  Require(!isGood || (current != nullptr && !current->owner->closed),
+          "a dataref is good that nobody publishes");
+  if (current == nullptr || !current->owner->IsSettled()) return;
+  Require(VYRAGetDataRefTypes(dataRef) == current->types, "a dataref has other types");
+  Require(VYRACanWriteDataRef(dataRef) == current->writable, "a dataref counts wrongly as writable");
+}
+
+// Whose accessor is to be called of a dataref, if anybody's.
+std::vector<const void*> AccessorOf(VYRADataRef dataRef, bool writes) {
+  bool isName = false;
+  const Registration* const current = PublisherOf(dataRef, isName);
+  const bool isCalled = current != nullptr && current->owner->enabled && current->hasAccessors &&
+                        (!writes || current->writable != 0);
+  return isCalled ? std::vector<const void*>{current} : std::vector<const void*>();
+}
+
+void ReadDataRef(Plugin&) {
+  const VYRADataRef dataRef = IssuedDataRef();
+  const auto meant = AccessorOf(dataRef, false);
+  const int kind = gInput.Below(6);
+  const int offset = gInput.Int();
+  const int max = gInput.Int();
+  Call call("read dataref");
+  call.told = {kind, kind < 3 ? 0 : offset, kind < 3 ? 0 : max};
+  double value = 0;
+  if (kind == 0) value = VYRAGetDatai(dataRef);
+  if (kind == 1) value = VYRAGetDataf(dataRef);
+  if (kind == 2) value = VYRAGetDatad(dataRef);
+  if (kind == 3) value = VYRAGetDatavi(dataRef, nullptr, offset, max);
+  if (kind == 4) value = VYRAGetDatavf(dataRef, nullptr, offset, max);
+  if (kind == 5) value = VYRAGetDatab(dataRef, nullptr, offset, max);
+  if (gBook.IsSure()) call.RequireTurns(meant);
+  Require(value == (call.turns.empty() ? 0 : call.turns.back().answer), "a dataref has another value");
+}
+
+void WriteDataRef(Plugin&) {
+  const VYRADataRef dataRef = IssuedDataRef();
+  const auto meant = AccessorOf(dataRef, true);
+  const int kind = gInput.Below(6);
+  const int value = gInput.Below(99);
+  const int count = kind < 3 ? 0 : gInput.Int();
+  Call call("write dataref");
+  call.told = {10 + kind, value, count};
+  if (kind == 0) VYRASetDatai(dataRef, value);
+  if (kind == 1) VYRASetDataf(dataRef, static_cast<float>(value));
+  if (kind == 2) VYRASetDatad(dataRef, value);
+  if (kind == 3) VYRASetDatavi(dataRef, nullptr, value, count);
+  if (kind == 4) VYRASetDatavf(dataRef, nullptr, value, count);
+  if (kind == 5) VYRASetDatab(dataRef, nullptr, value, count);
+  if (gBook.IsSure()) call.RequireTurns(meant);
 }
 
 // ---- Shared data: one item of each type, which exist from the first run on ----------------------------
@@ -59,6 +131,31 @@ constexpr int kTypes[] = {VYRA_TYPE_INT,         VYRA_TYPE_FLOAT,     VYRA_TYPE_
 
 std::string NameOfItem(int which) { return "fuzz/shared/" + std::to_string(kTypes[which]); }
 
+// What the items hold: of all runs, as they are never destroyed. Bytes that nobody wrote are not known.
+struct Item {
+  std::vector<unsigned char> bytes;
+  std::vector<char> known;
+};
+Item gItems[std::size(kTypes)];
+
+std::size_t ElementOf(int which) { return which == 2 ? 8 : which == 5 ? 1 : 4; }
+
+void Note(int which, std::size_t offset, std::size_t size, const void* values) {
+  Item& item = gItems[which];
+  const std::size_t end = std::max({offset + size, item.bytes.size(), ElementOf(which)});
+  item.bytes.resize(end);
+  item.known.resize(end);
+  if (size > 0) std::memcpy(&item.bytes[offset], values, size);
+  std::fill_n(item.known.begin() + static_cast<std::ptrdiff_t>(offset), size, char{1});
+}
+
+void RequireBytes(const Item& item, std::size_t offset, std::size_t size, const void* values) {
+  const auto* const bytes = static_cast<const unsigned char*>(values);
+  for (std::size_t i = 0; i < size; ++i) {
+    Require(item.known[offset + i] == 0 || bytes[i] == item.bytes[offset + i], "an item has another value");
+  }
+}
+
 void Share(Plugin& self) {
   Registration& r = gBook.RegisterAgain(Family::subscription, self);
   if (r.gone) r.which = gInput.Below(static_cast<int>(std::size(kTypes)));
@@ -66,7 +163,9 @@ void Share(Plugin& self) {
   const int result = Do<VYRAShareData>(NameOfItem(r.which).c_str(), type, self.callbacks.changed, &r);
   Require(result == (type == kTypes[r.which] ? 1 : 0),
           "an item is shared as of another type, or refused as of its own");
-  if (result != 0) gBook.Added(r);
+  if (result == 0) return;
+  gBook.Added(r);
+  gBook.subscribers[r.which].push_back(&r);
 }
 
 void Unshare(Plugin& self) {
@@ -77,36 +176,51 @@ void Unshare(Plugin& self) {
   const bool isOwn = r->owner == &self && !r->gone;
   Require(!self.IsSettled() || result == (isOwn ? 1 : 0),
           "a subscription ends that is another's, or not at all");
-  if (isOwn) Book::Removed(*r);
+  if (!isOwn) return;
+  Book::Removed(*r);
+  auto& subscribers = gBook.subscribers[r->which];
+  subscribers.erase(std::find(subscribers.begin(), subscribers.end(), r));
 }
 
 void WriteItem(Plugin&) {
   const int which = gInput.Below(static_cast<int>(std::size(kTypes)));
   const VYRADataRef item = VYRAFindDataRef(NameOfItem(which).c_str());
-  double values[16] = {};
-  const int offset = std::min(gInput.Int(), 1 << 20);  // the items stay, with the memory that they have got
-  const int count = 1 + gInput.Below(16);
-  Call call("write shared");
-  for (const Registration* r : gBook.Of(Family::subscription)) {
-    if (r->which == which && (which < 3 || (offset >= 0 && offset < 1000))) call.Expect(*r);
+  // The items stay, with the memory that they have got.
+  const int offset = gInput.OneIn(30) ? std::min(gInput.Int(), 1 << 16) : gInput.Below(12) - 1;
+  const int count = 1 + gInput.Below(8);
+  alignas(double) unsigned char values[64];
+  for (unsigned char& value : values) value = static_cast<unsigned char>(gInput.Byte());
+  const bool isArray = which > 2;
+  const bool isTaken = !isArray || offset >= 0;
+  const std::size_t element = ElementOf(which);
+  if (isTaken && isArray) {
+    Note(which, static_cast<std::size_t>(offset) * element, static_cast<std::size_t>(count) * element,
+         values);
   }
-  if (which == 0) VYRASetDatai(item, offset);
-  if (which == 1) VYRASetDataf(item, gInput.Float());
-  if (which == 2) VYRASetDatad(item, gInput.Float());
+  if (!isArray) Note(which, 0, element, values);
+  std::vector<const void*> meant;
+  for (const Registration* r : gBook.subscribers[which]) {
+    if (isTaken && r->owner->enabled) meant.push_back(r);
+  }
+  Call call("write shared");
+  for (const void* who : meant) call.Expect(*static_cast<const Registration*>(who));
+  int whole = 0;
+  float single = 0;
+  double both = 0;
+  std::memcpy(&whole, values, sizeof(whole));
+  std::memcpy(&single, values, sizeof(single));
+  std::memcpy(&both, values, sizeof(both));
+  if (which == 0) VYRASetDatai(item, whole);
+  if (which == 1) VYRASetDataf(item, single);
+  if (which == 2) VYRASetDatad(item, both);
   if (which == 3) VYRASetDatavf(item, reinterpret_cast<float*>(values), offset, count);
   if (which == 4) VYRASetDatavi(item, reinterpret_cast<int*>(values), offset, count);
   if (which == 5) VYRASetDatab(item, values, offset, count);
   call.Returned();
+  call.RequireTurns(meant);
 }
 
-void ReadItem(Plugin&) {
-  const int which = gInput.Below(static_cast<int>(std::size(kTypes)));
-  const VYRADataRef item = VYRAFindDataRef(NameOfItem(which).c_str());
-  int values[16] = {};
-  VYRAGetDatavi(item, values, gInput.Int(), gInput.Below(17));
-  VYRAGetDatab(item, values, gInput.Int(), gInput.Below(65));
-  VYRAGetDatavf(item, nullptr, gInput.Int(), gInput.Int());
-}
+void ReadItem(Plugin&) { CheckItem(gInput.Below(static_cast<int>(std::size(kTypes)))); }
 
 // ---- Flight loops -------------------------------------------------------------------------------------
 
@@ -127,11 +241,11 @@ void CreateLoop(Plugin& self) {
 void RegisterLoop(Plugin& self) {
   Registration& r = gBook.RegisterAgain(Family::flightLoop, self);
   if (!r.gone && r.which != 0) return;
-  const bool isNew = r.gone;
   r.which = 0;
   const float interval = gInput.Float();
   const int cycle = VYRAGetCycleNumber();
   Do<VYRARegisterFlightLoopCallback>(self.callbacks.flightLoop, interval, &r);
+  const bool isNew = r.gone;  // now: what the host did when it was asked for the time may have registered it
   r.interval = interval;
   r.lastTime = gHost.time;
   r.lastCycle = cycle;
@@ -198,9 +312,7 @@ const Action kActions[] = {
     Publish, Publish, Publish, Unpublish, AskDataRef, Share, Share, Share, Unshare, WriteItem, WriteItem,
     WriteItem, ReadItem, CreateLoop, CreateLoop, CreateLoop, RegisterLoop, RegisterLoop, RegisterLoop,
     ScheduleLoop, ScheduleLoop, ScheduleLoop, SetInterval, SetInterval, DestroyLoop, UnregisterLoop,
-    kAny<VYRAGetDatai>, kAny<VYRAGetDataf>, kAny<VYRAGetDatad>, kAny<VYRAGetDatavi>, kAny<VYRAGetDatavf>,
-    kAny<VYRAGetDatab>, kAny<VYRASetDatai>, kAny<VYRASetDataf>, kAny<VYRASetDatad>, kAny<VYRASetDatavi>,
-    kAny<VYRASetDatavf>, kAny<VYRASetDatab>};
+    ReadDataRef, ReadDataRef, ReadDataRef, WriteDataRef, WriteDataRef, WriteDataRef, ReadItem};
 // clang-format on
 
 }  // namespace
@@ -209,6 +321,38 @@ const Action kActions[] = {
 VYRADataRef IssuedDataRef() {
   const Registration* const r = gBook.Any(Family::dataRef);
   return r != nullptr ? static_cast<VYRADataRef>(const_cast<void*>(r->handle)) : nullptr;
+}
+
+void CheckItem(int which) {
+  const VYRADataRef dataRef = VYRAFindDataRef(NameOfItem(which).c_str());
+  const Item& item = gItems[which];
+  const std::size_t element = ElementOf(which);
+  if (which < 3) {
+    const int whole = VYRAGetDatai(dataRef);
+    const float single = VYRAGetDataf(dataRef);
+    const double both = VYRAGetDatad(dataRef);
+    if (item.bytes.empty()) return;
+    const void* const values[] = {&whole, &single, &both};
+    RequireBytes(item, 0, element, values[which]);
+    Require((which == 0 || whole == 0) && (which == 1 || single == 0) && (which == 2 || both == 0),
+            "an item has a value of another type");
+    return;
+  }
+  alignas(double) unsigned char values[64] = {};
+  const int offset = gInput.OneIn(8) ? gInput.Int() : gInput.Below(12);
+  const int max = gInput.Below(9);
+  const auto read = [&](void* place) {
+    if (which == 3) return VYRAGetDatavf(dataRef, static_cast<float*>(place), offset, max);
+    if (which == 4) return VYRAGetDatavi(dataRef, static_cast<int*>(place), offset, max);
+    return VYRAGetDatab(dataRef, place, offset, max);
+  };
+  const int count = static_cast<int>(std::max(item.bytes.size(), element) / element);
+  Require(read(nullptr) == count, "an item has more elements, or fewer");
+  const int meant = offset >= 0 && offset < count ? std::min(max, count - offset) : 0;
+  Require(read(values) == meant, "more is read of an item, or less");
+  if (!item.bytes.empty())
+    RequireBytes(item, static_cast<std::size_t>(std::max(offset, 0)) * element * (meant > 0 ? 1 : 0),
+                 static_cast<std::size_t>(meant) * element, values);
 }
 
 const ActionList kDataActions = {kActions, std::size(kActions)};

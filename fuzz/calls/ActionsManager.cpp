@@ -53,13 +53,14 @@ void AskPlugins(Plugin&) {
 constexpr const char* kFeatures[] = {VYRA_FEATURE_WANTS_REFLECTIONS, VYRA_FEATURE_NATIVE_PATHS, "none"};
 
 void UseFeatures(Plugin& self) {
+  if (self.module == nullptr) return;  // the host's are lost with every start and reload
   const int which = gInput.Below(5) % 3;
   const int value = gInput.Below(3);
   const char* const report = which == 2 ? "Illegal feature name passed to VYRAEnableFeature" : nullptr;
   Call call("VYRAEnableFeature");
   VYRAEnableFeature(kFeatures[which], value);
   call.RequireReport(self, report);
-  if (self.module == nullptr || self.out || which == 2) return;
+  if (self.out || which == 2) return;
   self.features[which] = value;
   self.wantsReflections = self.features[0] != 0;
 }
@@ -70,7 +71,7 @@ void AskFeatures(Plugin& self) {
   Call call("VYRAIsFeatureEnabled");
   const int value = VYRAIsFeatureEnabled(kFeatures[which]);
   call.RequireReport(self, which == 2 ? "Illegal feature name passed to VYRAEnableFeature" : nullptr);
-  if (self.module == nullptr || !self.IsSettled()) return;
+  if (!self.IsSettled()) return;
   Require(value == (which == 2 ? 0 : self.features[which]), "a feature has another value");
 }
 

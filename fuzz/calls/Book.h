@@ -204,6 +204,9 @@ class Call {
 // What unloads plugins.
 enum Unloader { kByShutdown = 1, kByReload = 2, kByPlane = 4 };
 
+// The writers of a dataref have another refcon than its readers: so many bytes behind its registration.
+constexpr int kWriterOffset = 1;
+
 // Who holds the AI planes, and what of it the library keeps.
 struct Planes {
   // The library names the same holder.
@@ -274,9 +277,10 @@ struct Book {
   int cameraDuration = 0;
   // The handlers of a command on one side of the host's own handling, in the order in which they are called.
   std::map<std::pair<const void*, bool>, std::vector<const Registration*>> handlers;
-  std::set<std::pair<const Plugin*, void*>> held;  // the commands that plugins began
-  unsigned interrupted = 0;                        // what an exception kept from unloading all that it was to
-  std::vector<int> buttons;                        // held
+  std::map<int, std::vector<const Registration*>> subscribers;  // of each shared item, in their order
+  std::set<std::pair<const Plugin*, void*>> held;               // the commands that plugins began
+  unsigned interrupted = 0;  // what an exception kept from unloading all that it was to
+  std::vector<int> buttons;  // held
   bool buttonsKnown = true;
   bool unloading = false;  // a plugin has left since the host's call began
   Planes planes;

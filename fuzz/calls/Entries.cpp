@@ -58,6 +58,10 @@ class StThen {
 // The walks that one call may consist of.
 enum Stage { kOnly, kBefore, kAfter, kDrag, kDrawWindows };
 
+// Sums of such numbers are the same in whichever order they are made.
+bool IsExact(float value) { return std::fabs(value) < 1e6F; }
+
+// A flight loop whose callback throws waits as long again as it did before.
 float OnFlightLoop(float sinceLast, float now, int counter, void* refcon) {
   Registration& loop = Behind(refcon, Family::flightLoop);
   const Call& pass = *gBook.call;
@@ -70,14 +74,25 @@ float OnFlightLoop(float sinceLast, float now, int counter, void* refcon) {
     Require(sinceLast == now - loop.lastTime || std::isnan(sinceLast),
             "a flight loop's time since its last call is wrong");
   }
-  loop.known = false;  // for good, if the callback throws
+  loop.known = false;
   ++loop.touched;
-  Enter(refcon, Family::flightLoop, kOnly);
-  loop.interval = gInput.Float();
-  loop.lastTime = passTime;
-  loop.lastCycle = VYRAGetCycleNumber();
-  loop.known = loop.most == 1;
-  return loop.interval;
+  const int life = loop.serial;
+  const auto noteCall = [&](bool isKnown) {  // unless it was removed, and perhaps registered anew
+    if (loop.serial != life) return;
+    loop.lastTime = passTime;
+    loop.lastCycle = VYRAGetCycleNumber();
+    loop.known = isKnown && loop.most == 1;
+  };
+  try {
+    Enter(refcon, Family::flightLoop, kOnly);
+  } catch (...) {
+    noteCall(IsExact(loop.interval) && IsExact(loop.lastTime) && IsExact(passTime));
+    throw;
+  }
+  const float interval = gInput.Float();
+  if (loop.serial == life) loop.interval = interval;
+  noteCall(true);
+  return interval;
 }
 
 int Answer(int answer) {
@@ -234,7 +249,10 @@ void OnObjectReady(VYRAObjectRef object, void* refcon) {
   OnceOwed(refcon, Family::objectLoad);
 }
 
-void OnChanged(void* refcon) { Enter(refcon, Family::subscription, kOnly); }
+void OnChanged(void* refcon) {
+  CheckItem(Behind(refcon, Family::subscription).which);
+  Enter(refcon, Family::subscription, kOnly);
+}
 
 void OnFound(const char*, void* refcon) {
   Plugin& owner = *Behind(refcon, Family::enumeration).owner;
@@ -250,26 +268,33 @@ void EnterAccessor(void* refcon) {
   Enter(refcon, Family::dataRef);
 }
 
-template <class Value>
+// Accessors, by the kind of value that they are asked for.
+template <class Value, int kind>
 Value Read(void* refcon) {
+  RequireTold(kind, 0, 0);
   EnterAccessor(refcon);
-  return Value(1);
+  return static_cast<Value>(Answer(gInput.Below(100)));
 }
 
-template <class Value>
-void Write(void* refcon, Value) {
-  EnterAccessor(refcon);
+void* RegistrationOfWriter(void* refcon) { return static_cast<char*>(refcon) - kWriterOffset; }
+
+template <class Value, int kind>
+void Write(void* refcon, Value value) {
+  RequireTold(10 + kind, static_cast<int>(value), 0);
+  EnterAccessor(RegistrationOfWriter(refcon));
 }
 
-template <class Values>
-int ReadValues(void* refcon, Values*, int, int) {
+template <class Values, int kind>
+int ReadValues(void* refcon, Values*, int offset, int max) {
+  RequireTold(kind, offset, max);
   EnterAccessor(refcon);
-  return gInput.Int();
+  return Answer(gInput.Int());
 }
 
-template <class Values>
-void WriteValues(void* refcon, Values*, int, int) {
-  EnterAccessor(refcon);
+template <class Values, int kind>
+void WriteValues(void* refcon, Values*, int offset, int count) {
+  RequireTold(10 + kind, offset, count);
+  EnterAccessor(RegistrationOfWriter(refcon));
 }
 
 void EnterErrorCallback(Plugin& self) {
@@ -492,9 +517,9 @@ void Error(Module& module, const char* message) {
 // clang-format off
 const Driver kDriver = {
     {OnFlightLoop, OnDraw, OnSniffer, OnDrawWindow, OnWindowKey, OnWindowMouse, OnWindowCursor, OnWindowWheel,
-     OnHotKey, OnCamera, OnMenu, OnCommand, OnPlanesReturned, OnObjectReady, OnChanged, OnFound, Read<int>,
-     Write<int>, Read<float>, Write<float>, Read<double>, Write<double>, ReadValues<int>, WriteValues<int>,
-     ReadValues<float>, WriteValues<float>, ReadValues<void>, WriteValues<void>},
+     OnHotKey, OnCamera, OnMenu, OnCommand, OnPlanesReturned, OnObjectReady, OnChanged, OnFound, Read<int, 0>,
+     Write<int, 0>, Read<float, 1>, Write<float, 1>, Read<double, 2>, Write<double, 2>, ReadValues<int, 3>,
+     WriteValues<int, 3>, ReadValues<float, 4>, WriteValues<float, 4>, ReadValues<void, 5>, WriteValues<void, 5>},
     Opened, Closing, Start, Stop, Enable, Disable, Message, Error};
 // clang-format on
 
