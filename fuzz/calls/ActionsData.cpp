@@ -251,7 +251,8 @@ void RegisterLoop(Plugin& self) {
   r.lastCycle = cycle;
   gBook.Added(r);
   r.known = isNew && cycle == VYRAGetCycleNumber();
-  if (!isNew) r.handle = nullptr;  // known by its callback alone, as there are two
+  r.handle =
+      nullptr;  // known by its callback alone; that of an earlier life is another's by now, or nobody's
 }
 
 void Reschedule(Registration& r, float interval, bool relativeToNow) {

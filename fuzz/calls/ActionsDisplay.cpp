@@ -18,6 +18,10 @@ const Callbacks& CallbacksOf(const Registration& registration) { return registra
 
 int AddDraw(Registration& r) { return VYRARegisterDrawCallback(CallbacksOf(r).draw, r.which, r.before, &r); }
 int RemoveDraw(Registration& r) {
+  if (gInput.OneIn(6)) {
+    const int result = VYRAUnregisterDrawCallback(CallbacksOf(r).draw, r.which + 1, r.before, &r);
+    Require(result == 0, "a draw callback is unregistered that is one of another phase");
+  }
   return VYRAUnregisterDrawCallback(CallbacksOf(r).draw, r.which, r.before, &r);
 }
 int AddSniffer(Registration& r) { return VYRARegisterKeySniffer(CallbacksOf(r).sniffer, r.before, &r); }
@@ -68,8 +72,7 @@ void CreateWindow(Plugin& self) {
                                          &r};
   r.before = hasCursor ? 1 : 0;
   // Looking brings the anchor of the list back to its front: without, the window may hide others.
-  const bool looks = !gInput.OneIn(16);
-  gMayHide = gMayHide || !looks;
+  const bool looks = !gMayHide || !gInput.OneIn(16);
   WindowStates windows = looks ? Windows() : WindowStates();
   r.handle = Do<VYRACreateWindowEx>(&params);
   Require((r.handle != nullptr) == (params.structSize == 72),
@@ -170,6 +173,7 @@ void ShowOrHide(Plugin&) {
   std::vector<const void*> told;
   if (WindowState* const state = Find(windows, window)) {
     if (state->isVisible && visible == 0 && state->hasFocus) MoveFocus(windows, nullptr, told);
+    ++state->Record().touched;
     state->isVisible = visible != 0;
     state->isShown = visible != 0 && VYRAIsPluginEnabled(state->Record().owner->id) != 0;
   }

@@ -19,7 +19,14 @@ VYRAPluginID AnyID() {
 
 void EnablePlugin(Plugin&) {
   const VYRAPluginID id = AnyID();
+  const auto plugin = std::find_if(gBook.plugins.begin(), gBook.plugins.end(), [&](const Plugin& one) {
+    return one.id == id && one.IsSettled() && one.loaded && !one.enabled && one.module != nullptr;
+  });
+  // Inside other calls, one that is disabled may be about to leave.
+  const bool isAsked = gBook.depth == 0 && gBook.interrupted == 0 && plugin != gBook.plugins.end();
+  const int epoch = isAsked ? plugin->epoch : 0;
   const int result = Do<VYRAEnablePlugin>(id);
+  Require(!isAsked || plugin->epoch > epoch, "a plugin is not asked whether it can be enabled");
   Require(result == 0 || VYRAIsPluginEnabled(id) != 0, "a plugin counts as enabled that is not");
 }
 

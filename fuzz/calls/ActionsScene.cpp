@@ -127,15 +127,25 @@ void AppendItem(Plugin& self) {
   state->items.push_back({gHost.items, ref, 0, 1, &self});
 }
 
+// Mostly one in which the plugin has items.
+VYRAMenuID MenuToChange(const Plugin& self) {
+  std::vector<VYRAMenuID> menus;
+  for (const auto& [number, state] : gMenuBook.states) {
+    if (state.record != nullptr && state.CountOf(self) > 0)
+      menus.push_back(static_cast<VYRAMenuID>(const_cast<void*>(state.record->handle)));
+  }
+  return menus.empty() || gInput.OneIn(3) ? AnyMenu() : gInput.OneOf(menus);
+}
+
 void ChangeItem(Plugin& self) {
-  const VYRAMenuID menu = AnyMenu();
+  const VYRAMenuID menu = MenuToChange(self);
   const int number = gMenuBook.NumberOf(menu);
   const int index = gInput.OneIn(6) ? gInput.Int() : gInput.Below(3);
   MenuState* const state = gMenuBook.Of(menu);
   const int position = state != nullptr ? state->PositionOf(self, index) : -1;
   MenuItem* const item = position >= 0 ? &state->items[static_cast<std::size_t>(position)] : nullptr;
-  const int value = gInput.OneIn(4) ? gInput.Int() : gInput.Below(3);
   const int what = gInput.Below(5);
+  const int value = gInput.OneIn(4) ? gInput.Int() : gInput.Below(what == 3 ? 2 : 3);
   MenuCall call("menu item", menu);
   if (what == 0) {
     VYRARemoveMenuItem(menu, index);
@@ -197,7 +207,8 @@ void PressCommand(Plugin&) {
 void HandleCommand(Plugin& self) {
   Registration& r = gBook.RegisterAgain(Family::command, self);
   if (r.gone) {
-    r.handle = gInput.OneOf(gHost.commands);
+    const Registration* const other = gInput.OneIn(2) ? gBook.Any(Family::command) : nullptr;
+    r.handle = other != nullptr && other->handle != nullptr ? other->handle : gInput.OneOf(gHost.commands);
     r.before = gInput.Below(2);
   }
   Do<VYRARegisterCommandHandler>(const_cast<void*>(r.handle), self.callbacks.command, r.before, &r);
@@ -376,6 +387,7 @@ void LoadObject(Plugin& self) {
 }
 
 void LoadObjectLater(Plugin& self) {
+  if (gInput.OneIn(3)) LoadObjectLater(self);
   Registration& r = gBook.Register(Family::objectLoad, self);
   gBook.Added(r);  // first: it may be there at once
   const char* const path = gInput.Text();
@@ -435,7 +447,7 @@ const Action kActions[] = {
     CreateMenu, CreateMenu, DestroyMenu, AppendItem, AppendItem, AppendItem, ChangeItem, ChangeItem, ChangeItem,
     ClearMenu,
     kAny<VYRAFindCommand>, kAny<VYRACreateCommand>, HoldCommand, HoldCommand, EndCommand, PressCommand,
-    HandleCommand, HandleCommand, LeaveCommand, AcquirePlanes, AcquirePlanes, ReleasePlanes, WishForModel,
+    HandleCommand, HandleCommand, LeaveCommand, AcquirePlanes, AcquirePlanes, AcquirePlanes, ReleasePlanes, ReleasePlanes, WishForModel,
     LimitPlanes, CountPlanes, kAny<VYRAGetNthAircraftModel>, DisableAI, kAny<VYRASetUsersAircraft>,
     kAny<VYRAReinitUsersPlane>, kAny<VYRADrawAircraft>, CreateProbe, DestroyProbe, ProbeTerrain,
     LoadObject, LoadObject, LoadObjectLater, LoadObjectLater, UnloadObject, DrawObject,

@@ -100,6 +100,12 @@ void Call::RequireReport(const Plugin& self, const char* report) const {
   }
 }
 
+void Call::InTurn(const Plugin& plugin, Plugin::Function function) {
+  if (!goesThroughAll || plugin.duplicate || !plugin.loaded) return;
+  Require(plugin.id > latest[function], "plugins are not gone through in the order of their IDs");
+  latest[function] = plugin.id;
+}
+
 void Call::Enter(const Registration& registration, int stage) {
   turns.push_back({&registration});
   if (stage < 0) return;
@@ -242,7 +248,9 @@ void Book::CheckHeld() const {
             "a window of a disabled plugin has the focus, or holds the mouse");
   }
   Require(!isLost(camera) || VYRAIsCameraBeingControlled(nullptr) == 0, "a disabled plugin has the camera");
-  Require(!planes.known || !isLost(planes.holder), "a disabled plugin has the planes");
+  Require(!isLost(planes.lastHolder) || HolderOfPlanes() != planes.lastHolder->owner->id ||
+              !planes.lastHolder->owner->IsIn(),
+          "a disabled plugin has the planes");
 }
 
 void Book::CheckAtRest() const {
@@ -272,6 +280,9 @@ void Book::CheckAtRest() const {
             "the library and a plugin differ on whether it is enabled");
   }
   CheckHeld();
+  const VYRAPluginID last = VYRACountPlugins() - 1;
+  Require(last <= VYRA_HOST_PLUGIN || !textOf(last, false).empty() || interrupted != 0,
+          "the ID of a plugin that left is not given back");
   Require(records == 0 || interrupted != 0, "there is a record without a plugin");
 }
 

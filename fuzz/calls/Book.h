@@ -38,6 +38,7 @@ struct Plugin {
   Module* module = nullptr;    // null for the host, and once it is closed
   bool isResident = false;     // the system keeps the module in memory when it is closed
   std::uint64_t openedBy = 0;  // the number of the call in which this life began
+  int place = -1;              // of its file, as Folders counts
   Callbacks callbacks = {};
   VYRAPluginID id = VYRA_NO_PLUGIN;
   std::string signature;
@@ -146,6 +147,9 @@ class Call {
   }
   // What the caller's error callback was told: this, or nothing.
   void RequireReport(const Plugin& caller, const char* report) const;
+  // A plugin is enabled, disabled or stopped. Of a start and a shutdown, which do it to all, it is known in
+  // which order.
+  void InTurn(const Plugin& plugin, Plugin::Function function);
 
   // What the host was asked for meanwhile.
   void RequireServices(const std::vector<std::array<int, 4>>& meant) const {
@@ -162,6 +166,7 @@ class Call {
   void Answered(int answer) { turns.back().answer = answer; }
 
   bool IsDisturbed() const { return disturbed; }
+  void GoesThroughAll() { goesThroughAll = true; }
 
   Call* const outer;
   const std::uint64_t number;  // no other call of this process has it
@@ -175,6 +180,8 @@ class Call {
   const void* param = nullptr;               // of a message, or of the item that is picked
   const Plugin* hangs = nullptr;             // whose new menu hangs from an item of the menu "Plugins"
   bool usesCommand = false;                  // begins or ends one itself
+  int latestRequest = 0;                     // for the planes, that was told that they are to be had
+  int placeOfLast = -1;                      // of the file whose module was started last
   std::optional<const void*> taker;          // of the keyboard focus
   std::vector<std::array<int, 4>> services;  // what the host was asked for, where that is looked at
 
@@ -193,12 +200,27 @@ class Call {
   VYRAPluginID caller;
   bool callerHears;        // of its mistakes
   bool disturbed = false;  // there were other calls before this one returned
+  bool goesThroughAll = false;
+  std::array<VYRAPluginID, 4> latest = {-1, -1, -1, -1};  // by Plugin::Function
   int stageNow = -1;
   int walkBegan;
   int lastLeft;
   std::vector<const void*> called;
   std::size_t inWalk = 0;  // where in it the walk begins
   std::vector<Expected> expected;
+};
+
+// What holds at the end of a callback or of a call, also when it throws.
+template <class Then>
+class StThen {
+ public:
+  explicit StThen(Then function) : then(function) {}
+  ~StThen() { then(); }
+  StThen(const StThen&) = delete;
+  StThen& operator=(const StThen&) = delete;
+
+ private:
+  Then then;
 };
 
 // What unloads plugins.
@@ -216,12 +238,13 @@ struct Planes {
   void Offered();
   // A plugin asked for the planes: it holds them now, or waits.
   void Take(const Registration& request) {
-    holder = &request;
+    holder = lastHolder = &request;
     limit = -1;
     wishes.clear();
   }
 
-  const Registration* holder = nullptr;  // the request by which it got them
+  const Registration* holder = nullptr;      // the request by which it got them
+  const Registration* lastHolder = nullptr;  // also when it may have lost them
   bool known = true;
   int limit = -1;
   std::map<int, std::string> wishes;  // models, by plane

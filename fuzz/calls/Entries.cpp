@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Actions.h"
+#include "Folders.h"
 #include "Host.h"
 #include "Input.h"
 #include "Menus.h"
@@ -41,19 +42,6 @@ Registration& Enter(void* refcon, Family family, int stage = -1) {
   if (registration.alwaysThrows || gInput.OneIn(20)) Throw(owner);
   return registration;
 }
-
-// What holds at the end of a callback, also when it throws.
-template <class Then>
-class StThen {
- public:
-  explicit StThen(Then function) : then(function) {}
-  ~StThen() { then(); }
-  StThen(const StThen&) = delete;
-  StThen& operator=(const StThen&) = delete;
-
- private:
-  Then then;
-};
 
 // The walks that one call may consist of.
 enum Stage { kOnly, kBefore, kAfter, kDrag, kDrawWindows };
@@ -228,6 +216,8 @@ void OnPlanesReturned(void* refcon) {
   const auto first =
       std::find_if(queue.begin(), queue.end(), [&](const auto& entry) { return entry.second == refcon; });
   Require(first != queue.end(), "the planes are offered to who does not wait for them");
+  Require(first->first > gBook.call->latestRequest, "the planes are offered first to who waits shorter");
+  gBook.call->latestRequest = first->first;
   queue.erase(first);
   gBook.planes.Offered();
   OnceOwed(refcon, Family::planesWait);
@@ -425,10 +415,26 @@ void Revive(Module& module) {
   BeginLife(module);
 }
 
+// The files are gone through in their order, and the second module of a folder is for when the first does
+// not become a plugin.
+void CheckFile(Plugin& self) {
+  Call& call = *gBook.call;
+  self.place = Folders::PlaceOf(self.module);
+  Require(self.place > call.placeOfLast, "the modules of a folder are not loaded in their order");
+  call.placeOfLast = self.place;
+  if (self.place != Folders::kOlder) return;
+  for (const Plugin& other : gBook.plugins) {
+    Require(
+        other.place != Folders::kNewer || other.openedBy != call.number || !other.IsIn() || other.duplicate,
+        "both modules of a folder are loaded");
+  }
+}
+
 int Start(Module& module, char* outName, char* outSignature, char* outDescription) {
   if (module.isResident) Revive(module);
   Plugin& self = *module.plugin;
   Require(!self.started, "a module is started that runs already");
+  CheckFile(self);
   self.id = VYRAGetMyID();
   Trace("  -> start", &self, self.id);
   CheckNewPlace(self);
@@ -453,10 +459,12 @@ int Start(Module& module, char* outName, char* outSignature, char* outDescriptio
   return result;
 }
 
-Plugin& EnterLife(Module& module, const char* what, bool allowed, const char* fault) {
+Plugin& EnterLife(Module& module, Plugin::Function function, const char* what, bool allowed,
+                  const char* fault) {
   Plugin& self = *module.plugin;
   Trace(what, &self, self.id);
   Require(allowed && self.IsIn(), fault);
+  gBook.call->InTurn(self, function);
   Require(VYRAGetMyID() == self.id, "a plugin is called as another");
   ++self.epoch;
   return self;
@@ -464,7 +472,7 @@ Plugin& EnterLife(Module& module, const char* what, bool allowed, const char* fa
 
 int Enable(Module& module) {
   const Plugin& plugin = *module.plugin;
-  Plugin& self = EnterLife(module, "  -> enable",
+  Plugin& self = EnterLife(module, Plugin::kEnable, "  -> enable",
                            !plugin.enabled && !plugin.enabling && !plugin.stopping && !plugin.duplicate,
                            "a plugin is enabled that is enabled, or on its way out");
   self.enabling = true;
@@ -477,8 +485,8 @@ int Enable(Module& module) {
 }
 
 void Disable(Module& module) {
-  Plugin& self =
-      EnterLife(module, "  -> disable", module.plugin->enabled, "a plugin is disabled that is not enabled");
+  Plugin& self = EnterLife(module, Plugin::kDisable, "  -> disable", module.plugin->enabled,
+                           "a plugin is disabled that is not enabled");
   self.enabled = false;
   ++self.disables;
   LoseAll(self);
@@ -487,7 +495,8 @@ void Disable(Module& module) {
 }
 
 void Stop(Module& module) {
-  Plugin& self = EnterLife(module, "  -> stop", !module.plugin->stopping, "a plugin is stopped twice");
+  Plugin& self =
+      EnterLife(module, Plugin::kStop, "  -> stop", !module.plugin->stopping, "a plugin is stopped twice");
   self.stopping = true;
   const StThen then([&] {
     self.stopping = self.enabled = false, self.out = true;

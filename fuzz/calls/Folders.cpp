@@ -1,10 +1,14 @@
 #include "Folders.h"
 
+#include <dlfcn.h>
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <string_view>
 
 namespace fs = std::filesystem;
 
@@ -50,5 +54,35 @@ Folders::~Folders() {
   std::error_code ignored;
   fs::remove_all(root, ignored);
 }
+
+namespace {
+
+// In the order in which they are loaded.
+constexpr const char* kFiles[] = {"Resources/plugins/PluginAdmin/64/lin.vyp",
+                                  "Resources/plugins/linked.vyp",
+                                  "Resources/plugins/one.vyp",
+                                  "Resources/plugins/resident.vyp",
+                                  "Resources/plugins/two.vyp",
+                                  "Resources/plugins/hard/lin.vyp",
+                                  "Resources/plugins/two/lin.vyp",
+                                  "Resources/plugins/three/64/lin.vyp",
+                                  "Resources/plugins/three/lin.vyp",
+                                  "Aircraft/plugins/again/64/lin.vyp",
+                                  "Aircraft/plugins/flaps/lin.vyp",
+                                  "Scenery/plugins/again/lin.vyp",
+                                  "Scenery/plugins/hill/lin.vyp"};
+
+}  // namespace
+
+int Folders::PlaceOf(const void* module) {
+  Dl_info info = {};
+  if (dladdr(module, &info) == 0) return -1;
+  const auto* const file = std::find_if(std::begin(kFiles), std::end(kFiles), [&](const char* name) {
+    return std::string_view(info.dli_fname).ends_with(name);
+  });
+  return file != std::end(kFiles) ? static_cast<int>(file - kFiles) : -1;
+}
+
+bool Folders::IsOfAircraft(int place) { return place == 10 || place == 11; }
 
 }  // namespace calls

@@ -264,11 +264,26 @@ Host::Host() {
   for (int& load : loads) commands[(&load - loads) % 5] = &load;  // any address does
 }
 
+// No plugin that throws keeps another from being loaded, and enabled: only a shutdown meanwhile does.
+void CheckStart(const Call& start) {
+  if (start.placeOfLast < 0 || VYRACountPlugins() == 0) return;
+  Require(start.placeOfLast >= gFolders.PlaceOfLast(), "a start leaves modules out");
+  for (const Plugin& plugin : gBook.plugins) {
+    if (plugin.openedBy != start.number || !plugin.IsSettled() || !plugin.loaded || plugin.duplicate)
+      continue;
+    Require(plugin.epoch > 0,
+            "a start leaves a plugin as it is instead of asking it whether it can be enabled");
+  }
+}
+
 void Host::Start() {
   services.serviceTableRevision = gInput.OneIn(4) ? 2 : 4;
   services.hostVersion = gInput.OneIn(4) ? 567 : 568;
   gFolders.size = gInput.OneIn(3) ? Folders::kFew : Folders::kMany;
-  Do<VYRAInitializePlugins>(gFolders.SystemPath().c_str(), &services, nullptr);
+  Call call("VYRAInitializePlugins");
+  call.GoesThroughAll();
+  const StThen then([&] { CheckStart(call); });
+  VYRAInitializePlugins(gFolders.SystemPath().c_str(), &services, nullptr);
 }
 
 void Host::MayAct() {

@@ -34,6 +34,16 @@ void Unloading(unsigned kind, Function function) {
   }
 }
 
+// A reload, which the start of modules in a pass tells of, also has the aircraft's plugins loaded.
+void CheckReload(const Call& pass) {
+  if (pass.placeOfLast < 0 || gBook.depth > 1 || VYRACountPlugins() == 0) return;
+  Require(std::any_of(gBook.plugins.begin(), gBook.plugins.end(),
+                      [&](const Plugin& plugin) {
+                        return plugin.openedBy >= pass.number && Folders::IsOfAircraft(plugin.place);
+                      }),
+          "a reload leaves the aircraft's plugins out");
+}
+
 template <int event>
 void Pass() {
   Call pass("pass");
@@ -53,6 +63,7 @@ void Pass() {
   if (known && gBook.IsSure()) pass.RequireTurns(meant);
   Require(VYRAGetCycleNumber() >= cycle, "a pass is not counted");
   pass.Returned();
+  CheckReload(pass);
 }
 
 std::vector<const void*> operator+(std::vector<const void*> first, const std::vector<const void*>& second) {
@@ -83,13 +94,21 @@ std::vector<const void*> MeantToDraw(int step, const WindowStates& windows, int 
 
 void Draw() {
   Call call("draw");
-  call.step = gInput.OneIn(3) ? 20 : gInput.OneIn(16) ? gInput.Int() : gInput.Below(28);
+  const Registration* const drawn = gInput.OneIn(3) ? gBook.Any(Family::draw) : nullptr;
+  call.step = drawn != nullptr   ? StepOfDrawing(drawn->which, drawn->before)
+              : gInput.OneIn(3)  ? 20
+              : gInput.OneIn(16) ? gInput.Int()
+                                 : gInput.Below(28);
   const int isReflection = gInput.Below(3);
   for (const Registration* draw : gBook.Of(Family::draw)) {
     if (call.step == 0 || StepOfDrawing(draw->which, draw->before) != call.step) continue;
     if (isReflection != 1 || draw->owner->wantsReflections) call.Expect(*draw);
   }
-  const auto meant = call.step > 0 && call.step < 27 ? MeantToDraw(call.step, Windows(), isReflection)
+  const WindowStates windows = Windows();
+  for (const WindowState& one : windows) {
+    if (call.step == 20 && one.isShown && !gMayHide) call.Expect(one.Record());
+  }
+  const auto meant = call.step > 0 && call.step < 27 ? MeantToDraw(call.step, windows, isReflection)
                                                      : std::vector<const void*>();
   const int result = VYRADoDrawingHook(call.step, isReflection);
   call.Returned();
@@ -135,11 +154,18 @@ void Key() {
 
 bool IsTaken(const Turn& turn) { return turn.answer != 0; }
 
+// A place for the mouse, mostly in a window.
+std::array<int, 2> AnyPlace(WindowStates& windows) {
+  if (windows.empty() || gInput.OneIn(4)) return {gInput.Below(32), gInput.Below(32)};
+  const auto& edges = gInput.OneOf(windows).edges;
+  const auto from = [](int edge) { return std::clamp(edge, -1000, 1000) + gInput.Below(14) - 1; };
+  return {from(edges[0]), from(edges[3])};
+}
+
 void Mouse() {
-  const int x = gInput.Below(32);
-  const int y = gInput.Below(32);
-  const bool isDown = gInput.OneIn(2);
   WindowStates windows = Windows();
+  const auto [x, y] = AnyPlace(windows);
+  const bool isDown = gInput.OneIn(2);
   std::vector<const void*> meant;
   if (isDown) meant = HitAt(windows, x, y);
   for (const WindowState& one : windows) {
@@ -147,6 +173,11 @@ void Mouse() {
   }
   Call call("VYRAMouseClickHook");
   call.told = {x, y, isDown ? VYRA_MOUSE_DOWN : VYRA_MOUSE_UP};
+  const StThen then([&] {
+    if (isDown || call.IsDisturbed()) return;
+    for (const WindowState& one : Windows())
+      Require(!one.hasMouse, "a window holds the mouse after its release");
+  });
   const int result = VYRAMouseClickHook(x, y, isDown ? 1 + gInput.Below(2) : 0);
   if (gMayHide) return;
   if (isDown) {
@@ -168,9 +199,9 @@ void Mouse() {
 }
 
 void Cursor() {
-  const int x = gInput.Below(32);
-  const int y = gInput.OneIn(8) ? gInput.Int() : gInput.Below(32);
-  std::vector<const void*> meant = HitAt(Windows(), x, y);
+  WindowStates windows = Windows();
+  const auto [x, y] = gInput.OneIn(12) ? std::array{gInput.Int(), gInput.Int()} : AnyPlace(windows);
+  std::vector<const void*> meant = HitAt(windows, x, y);
   std::erase_if(meant, [](const void* who) { return static_cast<const Registration*>(who)->before == 0; });
   Call call("VYRACursorHook");
   call.told = {x, y, 0};
@@ -181,10 +212,10 @@ void Cursor() {
 }
 
 void Wheel() {
-  const int x = gInput.Below(32);
-  const int y = gInput.Below(32);
+  WindowStates windows = Windows();
+  const auto [x, y] = AnyPlace(windows);
   const int clicks = gInput.Int();
-  const std::vector<const void*> meant = HitAt(Windows(), x, y);
+  const std::vector<const void*> meant = HitAt(windows, x, y);
   Call call("VYRAScrollWheelHook");
   call.told = {x, 1, clicks};
   const int result = VYRAScrollWheelHook(x, y, 1, clicks);
@@ -213,8 +244,23 @@ void Camera() {
   }
 }
 
+// The host's numbers of items and menus, mostly of those that there are.
+int AnyItem() {
+  std::vector<int> items;
+  for (const auto& [number, state] : gMenuBook.states) {
+    for (const MenuItem& one : state.items) items.push_back(one.hostItem);
+  }
+  return items.empty() || gInput.OneIn(4) ? gInput.Below(gHost.items % 64 + 2) : gInput.OneOf(items);
+}
+
+int AnyMenuNumber() {
+  std::vector<int> numbers;
+  for (const auto& [number, state] : gMenuBook.states) numbers.push_back(number);
+  return numbers.empty() || gInput.OneIn(4) ? gInput.Below(gHost.menus % 64 + 2) : gInput.OneOf(numbers);
+}
+
 void PickItem() {
-  const int item = gInput.Below(gHost.items % 64 + 2);
+  const int item = AnyItem();
   bool known = gBook.IsSure();
   const MenuState* menu = nullptr;
   const MenuItem* picked = nullptr;
@@ -224,6 +270,7 @@ void PickItem() {
       if (one.hostItem == item) menu = &state, picked = &one;
     }
   }
+  if (picked != nullptr) known = gBook.IsSure() && menu->known;
   std::vector<const void*> meant;
   const bool isEnabled = picked != nullptr && menu->hasHandler && picked->enabled != 0;
   if (isEnabled && menu->owner->enabled) meant.push_back(menu->record);
@@ -237,7 +284,7 @@ void PickItem() {
 }
 
 void AskMenu() {
-  const int number = gInput.OneIn(3) ? gMenuBook.plugins : gInput.Below(gHost.menus % 64 + 2);
+  const int number = gInput.OneIn(3) ? gMenuBook.plugins : AnyMenuNumber();
   const int position = gInput.OneIn(8) ? gInput.Int() : gInput.Below(6);
   int check = 77;
   const int answered = Do<VYRACheckMenuHook>(number, position, &check);
@@ -273,10 +320,12 @@ void AskPlanes() {
 }
 
 void Command() {
-  const VYRACommandRef command = gInput.OneOf(gHost.commands);
+  const Registration* const handler = gInput.OneIn(3) ? nullptr : gBook.Any(Family::command);
+  const VYRACommandRef command =
+      handler != nullptr ? const_cast<void*>(handler->handle) : gInput.OneOf(gHost.commands);
   const int isBegin = gInput.Below(2);
   const int isEnd = gInput.Below(2);
-  const int isBefore = gInput.Below(2);
+  const int isBefore = handler != nullptr ? handler->before : gInput.Below(2);
   std::vector<const void*> meant;
   for (const Registration* r : gBook.handlers[{command, isBefore != 0}]) {
     if (r->owner->enabled) meant.push_back(r);
@@ -368,10 +417,20 @@ void Scenery() {
 void Unknown() { Do<VYRAEventHook>(14 + gInput.Byte(), nullptr, nullptr, gInput.Float(), 0.0F); }
 void Reload() { Do<VYRAReloadPlugins>(); }
 void Shutdown() {
-  Unloading(kByShutdown, [] { Do<VYRAShutdownPlugins>(); });
+  if (!gInput.OneIn(3)) return;  // plugins are to live for some time
+  Unloading(kByShutdown, [] {
+    Call call("VYRAShutdownPlugins");
+    call.GoesThroughAll();
+    VYRAShutdownPlugins();
+  });
 }
 void Start() { gHost.Start(); }
-void CompleteLoad() { gHost.CompleteLoad(); }
+void CompleteLoad() {
+  const bool completesAll = gInput.OneIn(2);
+  do {
+    gHost.CompleteLoad();
+  } while (completesAll && !gHost.pendingLoads.empty() && !gInput.IsSpent());
+}
 
 void SomeBroadcast() {
   static void (*const kinds[])() = {Broadcast<VYRA_EVENT_BROADCAST_101>, Broadcast<VYRA_EVENT_BROADCAST_103>,

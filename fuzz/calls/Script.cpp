@@ -151,7 +151,7 @@ void Run(const std::uint8_t* data, std::size_t size) {
   gBook = Book();
   gHost = Host();
   gMenuBook = Menus();
-  gMayHide = false;
+  gMayHide = gInput.OneIn(8);
   Plugin& host = gBook.Add(nullptr, kDriver.callbacks);
   host.id = VYRA_HOST_PLUGIN;
   host.started = host.loaded = host.enabled = true;
