@@ -22,6 +22,7 @@ struct ActionList {
 extern const ActionList kDisplayActions;
 extern const ActionList kDataActions;
 extern const ActionList kManagerActions;
+extern const ActionList kMenuActions;
 extern const ActionList kSceneActions;
 
 // Makes the shared items that the actions know, and the datarefs that the library writes.

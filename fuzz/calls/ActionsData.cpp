@@ -168,18 +168,24 @@ void Share(Plugin& self) {
   gBook.subscribers[r.which].push_back(&r);
 }
 
-void Unshare(Plugin& self) {
-  Registration* const r = gBook.Any(Family::subscription);
-  if (r == nullptr) return;
+void Leave(const Plugin& self, Registration& r) {
   const int result =
-      Do<VYRAUnshareData>(NameOfItem(r->which).c_str(), kTypes[r->which], r->owner->callbacks.changed, r);
-  const bool isOwn = r->owner == &self && !r->gone;
+      Do<VYRAUnshareData>(NameOfItem(r.which).c_str(), kTypes[r.which], r.owner->callbacks.changed, &r);
+  const bool isOwn = r.owner == &self && !r.gone;
   Require(!self.IsSettled() || result == (isOwn ? 1 : 0),
           "a subscription ends that is another's, or not at all");
   if (!isOwn) return;
-  Book::Removed(*r);
-  auto& subscribers = gBook.subscribers[r->which];
-  subscribers.erase(std::find(subscribers.begin(), subscribers.end(), r));
+  Book::Removed(r);
+  auto& subscribers = gBook.subscribers[r.which];
+  subscribers.erase(std::find(subscribers.begin(), subscribers.end(), &r));
+}
+
+void Unshare(Plugin& self) {
+  if (gInput.OneIn(3)) {
+    for (Registration* r : gBook.OwnOf(Family::subscription, self)) Leave(self, *r);
+  } else if (Registration* const r = gBook.Any(Family::subscription)) {
+    Leave(self, *r);
+  }
 }
 
 void WriteItem(Plugin&) {

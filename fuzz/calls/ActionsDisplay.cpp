@@ -127,7 +127,7 @@ void DestroyWindow(Plugin&) {
   VYRADestroyWindow(window);
   call.Returned();
   RequireWindows(call, windows);
-  if (gBook.losing == 0) call.RequireTurns(told);
+  if (gBook.losing == 0 && !gMayHide) call.RequireTurns(told);
 }
 
 void BringToFront(Plugin&) {
@@ -182,7 +182,7 @@ void ShowOrHide(Plugin&) {
   VYRASetWindowIsVisible(window, visible);
   call.Returned();
   RequireWindows(call, windows);
-  if (gBook.losing == 0) call.RequireTurns(told);
+  if (gBook.losing == 0 && !gMayHide) call.RequireTurns(told);
 }
 
 void TakeFocus(Plugin&) {
@@ -201,7 +201,7 @@ void TakeFocus(Plugin&) {
   VYRATakeKeyboardFocus(window);
   call.Returned();
   RequireWindows(call, windows);
-  if (gBook.losing == 0) call.RequireTurns(told);
+  if (gBook.losing == 0 && !gMayHide) call.RequireTurns(told);
 }
 
 // ---- Hot keys -----------------------------------------------------------------------------------------

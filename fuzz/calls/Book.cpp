@@ -204,6 +204,14 @@ Registration* Book::Any(Family family) {
   return all.empty() ? nullptr : gInput.OneOf(all);
 }
 
+std::vector<Registration*> Book::OwnOf(Family family, const Plugin& owner) {
+  std::vector<Registration*> own;
+  for (Registration* one : Of(family)) {
+    if (one->owner == &owner && !one->gone) own.push_back(one);
+  }
+  return own;
+}
+
 void* Book::AnyHandle(Family family) {
   static char wild[64];
   const int choice = gInput.Below(16);

@@ -112,6 +112,9 @@ struct Turn {
   int answer = 0;
 };
 
+// What the host is asked for, in this order: which service, and what it is told.
+using Services = std::vector<std::array<int, 4>>;
+
 // A call into the library that is on its way. Whichever way it ends, the dispatched plugin is what it was.
 class Call {
  public:
@@ -152,7 +155,7 @@ class Call {
   void InTurn(const Plugin& plugin, Plugin::Function function);
 
   // What the host was asked for meanwhile.
-  void RequireServices(const std::vector<std::array<int, 4>>& meant) const {
+  void RequireServices(const Services& meant) const {
     if (!disturbed) Require(services == meant, "the host is asked for something else");
   }
 
@@ -175,15 +178,15 @@ class Call {
   int step = 0;          // of a frame
   int repeatsOwed = -1;  // how many commands are held that may be continued
   std::vector<Turn> turns;
-  std::vector<std::string> reports;          // to an error callback
-  std::optional<std::array<int, 3>> told;    // what every callback is to be told
-  const void* param = nullptr;               // of a message, or of the item that is picked
-  const Plugin* hangs = nullptr;             // whose new menu hangs from an item of the menu "Plugins"
-  bool usesCommand = false;                  // begins or ends one itself
-  int latestRequest = 0;                     // for the planes, that was told that they are to be had
-  int placeOfLast = -1;                      // of the file whose module was started last
-  std::optional<const void*> taker;          // of the keyboard focus
-  std::vector<std::array<int, 4>> services;  // what the host was asked for, where that is looked at
+  std::vector<std::string> reports;        // to an error callback
+  std::optional<std::array<int, 3>> told;  // what every callback is to be told
+  const void* param = nullptr;             // of a message, or of the item that is picked
+  const Plugin* hangs = nullptr;           // whose new menu hangs from an item of the menu "Plugins"
+  bool usesCommand = false;                // begins or ends one itself
+  int latestRequest = 0;                   // for the planes, that was told that they are to be had
+  int placeOfLast = -1;                    // of the file whose module was started last
+  std::optional<const void*> taker;        // of the keyboard focus
+  Services services;                       // what the host was asked for, where that is looked at
 
  private:
   struct Expected {
@@ -251,6 +254,7 @@ struct Planes {
   std::vector<std::pair<int, const Registration*>> queue;
   int requests = 0;  // so far
   bool queueKnown = true;
+  int telling = 0;              // how many are being told that the planes are to be had
   int selfLoading = 0;          // how many models the library has the host load
   static inline int most = -1;  // planes, as the host said last; of all runs
   static inline int off[24];    // the datarefs that switch the host's own pilots off
@@ -267,6 +271,8 @@ struct Book {
   auto& Of(Family family) { return families[static_cast<std::size_t>(family)]; }
   // A registration of this family, of whomever, also one that is gone; null when there never was one.
   Registration* Any(Family family);
+  // A plugin's own that are there, the oldest first.
+  std::vector<Registration*> OwnOf(Family family, const Plugin& owner);
   // A handle that the library is to check: of this family, live or stale, or none at all.
   void* AnyHandle(Family family);
   // The registration that had a handle last, or null.
@@ -307,6 +313,7 @@ struct Book {
   bool buttonsKnown = true;
   bool unloading = false;  // a plugin has left since the host's call began
   Planes planes;
+  int shutdowns = 0;     // so far
   int losingCamera = 0;  // as the next
   int losing = 0;        // how many windows are being told that they lose the keyboard focus
   Call* call = nullptr;  // the innermost on its way

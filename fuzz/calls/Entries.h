@@ -11,6 +11,9 @@ extern const Driver kDriver;
 // Does a few steps as a plugin, the library's caller. An exception of any of them may leave it.
 void Acts(Plugin& self, int most);
 
+// What the host told the library with the event is what the callback is told.
+void RequireTold(int first, int second, int third);
+
 // Throws an exception of the plugin's own type.
 [[noreturn]] void Throw(const Plugin& plugin);
 

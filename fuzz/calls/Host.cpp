@@ -265,8 +265,8 @@ Host::Host() {
 }
 
 // No plugin that throws keeps another from being loaded, and enabled: only a shutdown meanwhile does.
-void CheckStart(const Call& start) {
-  if (start.placeOfLast < 0 || VYRACountPlugins() == 0) return;
+void CheckStart(const Call& start, int shutdowns) {
+  if (start.placeOfLast < 0 || gBook.shutdowns != shutdowns) return;
   Require(start.placeOfLast >= gFolders.PlaceOfLast(), "a start leaves modules out");
   for (const Plugin& plugin : gBook.plugins) {
     if (plugin.openedBy != start.number || !plugin.IsSettled() || !plugin.loaded || plugin.duplicate)
@@ -282,7 +282,7 @@ void Host::Start() {
   gFolders.size = gInput.OneIn(3) ? Folders::kFew : Folders::kMany;
   Call call("VYRAInitializePlugins");
   call.GoesThroughAll();
-  const StThen then([&] { CheckStart(call); });
+  const StThen then([&, shutdowns = gBook.shutdowns] { CheckStart(call, shutdowns); });
   VYRAInitializePlugins(gFolders.SystemPath().c_str(), &services, nullptr);
 }
 

@@ -1,5 +1,7 @@
 #include "Menus.h"
 
+#include "Input.h"
+
 namespace calls {
 
 Menus gMenuBook;
@@ -32,6 +34,16 @@ int Menus::NumberOf(VYRAMenuID menu) const {
 MenuState* Menus::Of(VYRAMenuID menu) {
   MenuState* const state = At(NumberOf(menu));
   return state != nullptr && state->known ? state : nullptr;
+}
+
+VYRAMenuID Menus::AnyHandle(const Plugin* owner) const {
+  std::vector<const void*> handles;
+  for (const auto& [number, state] : states) {
+    if (state.record == nullptr || (owner != nullptr && state.CountOf(*owner) == 0)) continue;
+    handles.push_back(state.record->handle);
+  }
+  if (handles.empty()) return nullptr;
+  return static_cast<VYRAMenuID>(const_cast<void*>(gInput.OneOf(handles)));
 }
 
 void Menus::Forget(const Plugin& plugin) {

@@ -33,6 +33,9 @@ struct Menus {
   // The menu that has this handle; null when it has none, or is not known.
   MenuState* Of(VYRAMenuID menu);
   int NumberOf(VYRAMenuID menu) const;
+  // Of a menu that is there and that a plugin made; null when there is none. With a plugin, one in which that
+  // has items.
+  VYRAMenuID AnyHandle(const Plugin* owner) const;
   // Its plugin leaves.
   void Forget(const Plugin& plugin);
 

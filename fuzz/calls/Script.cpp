@@ -17,7 +17,7 @@
 namespace calls {
 
 void Act(Plugin& self) {
-  static const ActionList* const areas[] = {&kDisplayActions, &kDataActions, &kManagerActions,
+  static const ActionList* const areas[] = {&kDisplayActions, &kDataActions, &kManagerActions, &kMenuActions,
                                             &kSceneActions};
   const ActionList& area = *gInput.OneOf(areas);
   area.first[static_cast<std::size_t>(gInput.Byte()) % area.count](self);
@@ -133,6 +133,8 @@ void Finish() {
     Do<VYRAAcquirePlanes>(nullptr, nullptr, nullptr);
     Do<VYRAReleasePlanes>();
   });
+  for (const auto& [number, request] : gBook.planes.queue)
+    Require(request->owner != &gBook.Host(), "who waits for the planes is forgotten");
   UntilDone(Withdraw);
   gBook.interrupted = 0;
   gBook.CheckAtRest();
