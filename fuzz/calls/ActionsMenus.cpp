@@ -125,8 +125,9 @@ void AppendItem(Plugin& self) {
 void ChangeItem(Plugin& self) {
   const VYRAMenuID menu = gInput.OneIn(3) ? AnyMenu() : gMenuBook.AnyHandle(&self);
   const int number = gMenuBook.NumberOf(menu);
-  const int index = gInput.OneIn(6) ? gInput.Int() : gInput.Below(3);
   MenuState* const state = gMenuBook.Of(menu);
+  const int count = state != nullptr ? state->CountOf(self) : 2;
+  const int index = gInput.OneIn(6) ? gInput.Int() : gInput.Below(count + 1);
   const int position = state != nullptr ? state->PositionOf(self, index) : -1;
   MenuItem* const item = position >= 0 ? &state->items[static_cast<std::size_t>(position)] : nullptr;
   const int what = gInput.Below(5);

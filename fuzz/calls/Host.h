@@ -14,7 +14,9 @@ struct Host {
   void Start();
   // One event or hook, or a start, a shutdown, a reload. A plugin's exception may leave it.
   void Event();
-  // The same, now and then, from inside a service.
+  // What an exception kept from unloading all that it was to is called again.
+  static void GoOn();
+  // An event, now and then, from inside a service.
   void MayAct();
   // Completes a load that the library waits for.
   void CompleteLoad();

@@ -205,24 +205,34 @@ constexpr int MessageOf(int event) {
   }
 }
 
+// Sends the plugins the message of an event. 0 is the user's plane, or no parameter.
 template <int event>
-void Broadcast() {
+void Tell(int number) {
   Call call("broadcast");
   if (VYRACountPlugins() > 0) {
     for (const Plugin& plugin : gBook.plugins) call.Expect(plugin);
   }
   constexpr bool hasPlane = event == VYRA_EVENT_PLANE_LOADED || event == VYRA_EVENT_PLANE_UNLOADED;
-  constexpr bool hasParam = hasPlane || event == VYRA_EVENT_BROADCAST_108;
-  const bool isOther = hasPlane ? gInput.OneIn(3) : hasParam;
-  const auto param = reinterpret_cast<void*>(static_cast<std::intptr_t>(isOther ? 1 + gInput.Below(9) : 0));
+  const bool isUsersPlane = hasPlane && number == 0;
+  const auto param = reinterpret_cast<void*>(static_cast<std::intptr_t>(number));
   call.param = param;
-  // The planes' own plugins are told more: of the mouse, when they are disabled.
-  if (!hasPlane || isOther) call.told = {VYRA_HOST_PLUGIN, MessageOf(event), 0};
+  // The user's plane's own plugins are told more: of the mouse, when they are disabled.
+  if (!isUsersPlane) call.told = {VYRA_HOST_PLUGIN, MessageOf(event), 0};
   const auto receivers = gBook.Receivers();
-  Unloading(event == VYRA_EVENT_PLANE_UNLOADED && !isOther ? kByPlane : 0,
+  Unloading(event == VYRA_EVENT_PLANE_UNLOADED && isUsersPlane ? kByPlane : 0,
             [&] { VYRAEventHook(event, param, nullptr, 0, 0); });
   call.Returned();
-  if (!hasPlane || isOther) call.RequireTurns(receivers);
+  if (!isUsersPlane) call.RequireTurns(receivers);
+}
+
+template <int event>
+void Broadcast() {
+  Tell<event>(event == VYRA_EVENT_BROADCAST_108 ? 1 + gInput.Below(9) : 0);
+}
+
+template <int event>
+void Plane() {
+  Tell<event>(gInput.OneIn(3) ? 1 + gInput.Below(9) : 0);
 }
 
 void ViewChanged() {
@@ -242,13 +252,15 @@ void Scenery() {
 void Unknown() { Do<VYRAEventHook>(14 + gInput.Byte(), nullptr, nullptr, gInput.Float(), 0.0F); }
 void Reload() { Do<VYRAReloadPlugins>(); }
 void Shutdown() {
-  if (!gInput.OneIn(3)) return;  // plugins are to live for some time
   ++gBook.shutdowns;
   Unloading(kByShutdown, [] {
     Call call("VYRAShutdownPlugins");
     call.GoesThroughAll();
     VYRAShutdownPlugins();
   });
+}
+void RareShutdown() {
+  if (gInput.OneIn(3)) Shutdown();  // plugins are to live for some time
 }
 void Start() { gHost.Start(); }
 void CompleteLoad() {
@@ -269,13 +281,23 @@ void SomeBroadcast() {
 void (*const kEvents[])() = {
     Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Pass<VYRA_EVENT_FLIGHT_LOOPS_1>, Pass<VYRA_EVENT_FLIGHT_LOOPS_0>, Draw, Draw,
     Draw, Key, Key, Mouse, Mouse, Cursor, Wheel, Camera, PickItem, PickItem, AskMenu, AskMenu, AskPlanes,
-    Command, Command, Command, Repeat, SomeBroadcast, SomeBroadcast, Broadcast<VYRA_EVENT_PLANE_LOADED>,
-    Broadcast<VYRA_EVENT_PLANE_UNLOADED>, ViewChanged, Scenery, Unknown, Reload, Shutdown, Start, CompleteLoad,
+    Command, Command, Command, Repeat, SomeBroadcast, SomeBroadcast, Plane<VYRA_EVENT_PLANE_LOADED>,
+    Plane<VYRA_EVENT_PLANE_UNLOADED>, ViewChanged, Scenery, Unknown, Reload, RareShutdown, Start, CompleteLoad,
     CompleteLoad};
 // clang-format on
 
 }  // namespace
 
 void Host::Event() { gInput.OneOf(kEvents)(); }
+
+void Host::GoOn() {
+  if ((gBook.interrupted & kByShutdown) != 0) {
+    Shutdown();
+  } else if ((gBook.interrupted & kByReload) != 0) {
+    Pass<VYRA_EVENT_FLIGHT_LOOPS_1>();
+  } else {
+    Tell<VYRA_EVENT_PLANE_UNLOADED>(0);
+  }
+}
 
 }  // namespace calls

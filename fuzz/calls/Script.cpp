@@ -29,7 +29,9 @@ namespace {
 void Step() {
   gHost.time += static_cast<float>(gInput.Below(4)) / 4;
   try {
-    if (VYRACountPlugins() == 0 && gInput.Below(4) != 3) {
+    if (gBook.interrupted != 0 && gInput.OneIn(2)) {
+      gHost.GoOn();
+    } else if (VYRACountPlugins() == 0 && gInput.Below(4) != 3) {
       gHost.Start();
     } else if (gInput.OneIn(6) && VYRAInitialized() != 0) {
       Act(gBook.Host());
