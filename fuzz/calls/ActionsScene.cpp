@@ -31,7 +31,7 @@ void AcquirePlanes(Plugin& self) {
   gBook.Added(r);
   const bool waits = !gInput.OneIn(4);
   const bool wishes = gInput.OneIn(2);
-  const bool isFree = planes.holder == nullptr;
+  const bool isFree = planes.known && planes.holder == nullptr;
   const bool isOwn = Holds(self);
   const int result =
       Do<VYRAAcquirePlanes>(wishes ? models : nullptr, waits ? self.callbacks.planesReturned : nullptr, &r);
@@ -60,7 +60,12 @@ void ReleasePlanes(Plugin& self) {
       off[static_cast<std::size_t>(plane)] = 0;
   }
   Call call("VYRAReleasePlanes");
-  VYRAReleasePlanes();
+  try {
+    VYRAReleasePlanes();
+  } catch (...) {
+    planes.queueKnown = false;  // who may not be called does not wait any more, who comes behind does
+    throw;
+  }
   if (!planes.known) return;
   // Who is still to be told of an earlier release is none of this one's business.
   planes.queueKnown = planes.queueKnown && planes.telling == 0;

@@ -33,8 +33,10 @@ void Planes::CheckHolder() {
   if (holder != nullptr && !holder->owner->IsSettled()) known = false;
   if (known && gBook.IsSure()) Require(controller == meant, "another plugin holds the planes");
   // While plugins leave, whoever held them may or may not have given them back.
-  if (controller != meant) known = controller == VYRA_NO_PLUGIN;
-  if (controller == VYRA_NO_PLUGIN) holder = nullptr;
+  if (controller != meant) known = false;
+  if (controller != VYRA_NO_PLUGIN) return;
+  holder = nullptr;
+  known = true;
 }
 
 void Planes::Offered() {

@@ -156,11 +156,9 @@ VYRACommandRef FindCommand(const char*, const char*, int) {
 
 // What a leaving plugin holds is ended.
 void EndedFor(VYRACommandRef command) {
-  for (auto held = gBook.held.begin(); held != gBook.held.end(); ++held) {
-    if (held->second != command || held->first->IsSettled()) continue;
-    gBook.held.erase(held);
-    return;
-  }
+  // Of several who are on their way out, it is not known which.
+  std::erase_if(gBook.held,
+                [&](const auto& held) { return held.second == command && !held.first->IsSettled(); });
 }
 
 template <int isBegin, int isEnd>
@@ -265,9 +263,9 @@ Host::Host() {
 }
 
 // No plugin that throws keeps another from being loaded, and enabled: only a shutdown meanwhile does.
-void CheckStart(const Call& start, int shutdowns) {
+void CheckStart(const Call& start, int shutdowns, int placeOfLast) {
   if (start.placeOfLast < 0 || gBook.shutdowns != shutdowns) return;
-  Require(start.placeOfLast >= gFolders.PlaceOfLast(), "a start leaves modules out");
+  Require(start.placeOfLast >= placeOfLast, "a start leaves modules out");
   for (const Plugin& plugin : gBook.plugins) {
     if (plugin.openedBy != start.number || !plugin.IsSettled() || !plugin.loaded || plugin.duplicate)
       continue;
@@ -282,7 +280,9 @@ void Host::Start() {
   gFolders.size = gInput.OneIn(3) ? Folders::kFew : Folders::kMany;
   Call call("VYRAInitializePlugins");
   call.GoesThroughAll();
-  const StThen then([&, shutdowns = gBook.shutdowns] { CheckStart(call, shutdowns); });
+  const StThen then([&, shutdowns = gBook.shutdowns, placeOfLast = gFolders.PlaceOfLast()] {
+    CheckStart(call, shutdowns, placeOfLast);
+  });
   VYRAInitializePlugins(gFolders.SystemPath().c_str(), &services, nullptr);
 }
 

@@ -95,7 +95,9 @@ void PickItem() {
       if (one.hostItem == item) menu = &state, picked = &one;
     }
   }
-  if (picked != nullptr) known = gBook.IsSure() && menu->known;
+  // A plugin that is being stopped loses its menus and items at a moment of which the driver does not hear.
+  const auto stays = [](const Plugin* owner) { return owner == nullptr || owner->IsSettled(); };
+  if (picked != nullptr) known = gBook.IsSure() && menu->known && stays(menu->owner) && stays(picked->owner);
   std::vector<const void*> meant;
   const bool isEnabled = picked != nullptr && menu->hasHandler && picked->enabled != 0;
   if (isEnabled && menu->owner->enabled) meant.push_back(menu->record);
@@ -115,7 +117,7 @@ void AskMenu() {
   const int answered = Do<VYRACheckMenuHook>(number, position, &check);
   const int enabled = Do<VYRAMenuItemEnabled>(number, position);
   const MenuState* const menu = gMenuBook.At(number);
-  if (!gBook.IsSure() || (menu != nullptr && !menu->known)) return;
+  if (!gBook.IsSure() || (menu != nullptr && (!menu->known || !menu->owner->IsSettled()))) return;
   const bool isThere = menu != nullptr && position >= 0 && position < static_cast<int>(menu->items.size());
   const MenuItem item = isThere ? menu->items[static_cast<std::size_t>(position)] : MenuItem();
   const bool hasMark = isThere && item.check >= 0 && item.check <= 2;

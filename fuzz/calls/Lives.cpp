@@ -97,7 +97,7 @@ void CheckNewPlace(const Plugin& self) {
 // Before its disable callback a plugin has lost what one alone can have.
 void LoseAll(const Plugin& self) {
   Planes& planes = gBook.planes;
-  if (planes.holder == nullptr || planes.holder->owner != &self) return;
+  if (planes.known && (planes.holder == nullptr || planes.holder->owner != &self)) return;
   planes.queueKnown = false;
   planes.holder = nullptr;
   planes.known = false;
