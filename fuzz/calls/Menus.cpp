@@ -34,7 +34,7 @@ int Menus::NumberOf(VYRAMenuID menu) const {
 MenuState* Menus::Of(VYRAMenuID menu) {
   MenuState* const state = At(NumberOf(menu));
   // That of a plugin which is being stopped goes at a moment of which the driver does not hear.
-  return state != nullptr && state->known && state->owner->IsSettled() ? state : nullptr;
+  return state != nullptr && state->known && !state->owner->stopping ? state : nullptr;
 }
 
 VYRAMenuID Menus::AnyHandle(const Plugin* owner) const {
