@@ -250,7 +250,7 @@ void BindHotKey(Plugin&) {
   Do<VYRASetHotKeyCombination>(hotKey, key, flags);
   Registration* const r = gBook.Find(Family::hotKey, hotKey);
   if (r == nullptr) return;
-  r->which = key;
+  r->which = static_cast<unsigned char>(key);
   r->before = flags;
   ++r->touched;
 }

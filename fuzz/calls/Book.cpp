@@ -94,7 +94,8 @@ Call::~Call() {
 }
 
 void Call::RequireReport(const Plugin& self, const char* report) const {
-  if (disturbed || !self.IsSettled() || self.module == nullptr) return;
+  constexpr int kMostReports = 4;  // inside each other
+  if (disturbed || !self.IsSettled() || self.module == nullptr || gBook.reporting >= kMostReports) return;
   if (report == nullptr || !callerHears) {
     Require(reports.empty(), "a mistake is reported that nobody made, or to who does not want to hear");
   } else {

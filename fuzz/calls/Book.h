@@ -149,7 +149,7 @@ class Call {
     RequireTurns(meant, [](const Turn&) { return false; });
   }
   // What the caller's error callback was told: this, or nothing.
-  void RequireReport(const Plugin& caller, const char* report) const;
+  void RequireReport(const Plugin& self, const char* report) const;
   // A plugin is enabled, disabled or stopped. Of a start and a shutdown, which do it to all, it is known in
   // which order.
   void InTurn(const Plugin& plugin, Plugin::Function function);
@@ -309,12 +309,14 @@ struct Book {
   std::map<int, std::vector<const Registration*>> subscribers;  // of each shared item, in their order
   std::set<std::pair<const Plugin*, void*>> held;               // the commands that plugins began
   unsigned interrupted = 0;  // what an exception kept from unloading all that it was to
+  int interruptions = 0;     // so far
   std::vector<int> buttons;  // held
   bool buttonsKnown = true;
   bool unloading = false;  // a plugin has left since the host's call began
   Planes planes;
   int shutdowns = 0;     // so far
   int losingCamera = 0;  // as the next
+  int reporting = 0;     // how many error callbacks are on the stack
   int losing = 0;        // how many windows are being told that they lose the keyboard focus
   Call* call = nullptr;  // the innermost on its way
   int depth = 0;         // how many are

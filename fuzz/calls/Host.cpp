@@ -113,7 +113,7 @@ void SetMenuItemName(int menu, int position, const char*, int) {
 
 void RemoveMenuItem(int menu, int position) {
   MenuState* const state = gMenuBook.At(menu);
-  if (state != nullptr && state->known) {
+  if (state != nullptr && state->known && !state->owner->stopping) {
     const bool isThere = position >= 0 && position < static_cast<int>(state->items.size());
     Require(isThere || gBook.interrupted != 0, "no item is removed");
     if (isThere) state->items.erase(state->items.begin() + position);

@@ -24,13 +24,16 @@ namespace {
 // is called again, or the shutdown.
 template <class Function>
 void Unloading(unsigned kind, Function function) {
+  const int before = gBook.interruptions;
   try {
     function();
-    const bool isDone =
-        kind != kByReload || gBook.depth == 1;  // a pass inside another leaves the reload to that
-    if (isDone) gBook.interrupted &= kind == kByShutdown ? 0 : ~kind;
+    // A pass inside another leaves the reload to that, and an aircraft that was loaded while one was unloaded
+    // is not unloaded with it.
+    const bool isDone = kind == kByReload ? gBook.depth == 1 : gBook.interruptions == before;
+    if (isDone || kind == kByShutdown) gBook.interrupted &= kind == kByShutdown ? 0 : ~kind;
   } catch (...) {
     gBook.interrupted |= kind;
+    ++gBook.interruptions;
     throw;
   }
 }

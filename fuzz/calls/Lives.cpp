@@ -18,6 +18,8 @@ namespace {
 void EnterErrorCallback(Plugin& self) {
   Require(self.hasErrorCallback && !self.closed, "an error callback is called that is not set");
   Require(VYRAGetMyID() == self.id, "an error is reported to another plugin");
+  ++gBook.reporting;
+  const StThen then([] { --gBook.reporting; });
   Acts(self, 2);
   if (gInput.OneIn(16)) Throw(self);
 }
