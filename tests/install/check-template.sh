@@ -68,7 +68,8 @@ done
 quietly "$cmake" -G Ninja -S "$broken" -B "$work/broken" -DCMAKE_PREFIX_PATH="$prefix"
 while IFS='|' read -r target text; do
   ! "$cmake" --build "$work/broken" --target "$target" >"$work/log" 2>&1 || fail "$target was built"
-  grep -qF "$text" "$work/log" || { cat "$work/log" >&2; fail "$target did not fail with: $text"; }
+  # CMake breaks its lines where the folder's name makes them too long.
+  tr -s ' \n' ' ' <"$work/log" | grep -F "$text" >/dev/null || { cat "$work/log" >&2; fail "$target did not fail with: $text"; }
   [[ ! -e $work/broken/plugins/$target/64/lin.vyp ]] || fail "$target left a module"
 done <<'TARGETS'
 undefined|NobodyHasThis
