@@ -7,6 +7,7 @@ namespace calls {
 Menus gMenuBook;
 
 int MenuState::PositionOf(const Plugin& plugin, int number) const {
+  if (number < 0) return -1;
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (items[i].owner == &plugin && number-- == 0) return static_cast<int>(i);
   }
