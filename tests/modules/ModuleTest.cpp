@@ -106,7 +106,8 @@ void ModuleTest::ReceiveMessage(int message, void* param) {
   if (!callTrace.empty()) callTrace += ' ';
   callTrace += NameOf(moment);
   if (std::strcmp(moment.call, "message") == 0) {
-    callTrace += "(" + std::to_string(moment.from) + "," + std::to_string(moment.message) + "," +
+    callTrace += '(';
+    callTrace += std::to_string(moment.from) + "," + std::to_string(moment.message) + "," +
                  std::to_string(reinterpret_cast<std::intptr_t>(moment.param)) + ")";
   }
   if (scripts.contains(NameOf(moment))) moment.act = RunScript;

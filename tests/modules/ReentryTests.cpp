@@ -194,7 +194,7 @@ TEST_P(InsideACall, UnloadedPluginStaysMappedUntilTheOutermostCallReturnsAndLeav
 TEST_P(InsideACall, FiftyPluginsMayBeLoadedByAHostService) {
   std::vector<std::string> names(50);
   for (std::string& name : names) {
-    name = "s" + std::to_string(&name - names.data());
+    name.assign("s").append(std::to_string(&name - names.data()));
     Add(scenery + name + "/lin.vyp");
   }
   gHost.services.SpeakString = [](const char* package) { Event(VYRA_EVENT_SCENERY_PACKAGE, package); };

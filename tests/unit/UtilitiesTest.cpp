@@ -30,7 +30,7 @@ TEST_F(Utilities, PlainServicesGetTheirArgumentsAsTheyAre) {
 TEST_F(Utilities, ButtonsAreHeldOncePerPressUntilReleased) {
   gHost.services.CommandButtonPress = [](const int* buttons, int up, int pass) {
     trace.push_back((up != 0 ? "up" : "down") + std::to_string(pass));
-    for (; *buttons != 0; ++buttons) trace.back() += " " + std::to_string(*buttons);
+    for (; *buttons != 0; ++buttons) trace.back().append(" ").append(std::to_string(*buttons));
   };
   VYRADoRepeatedButtons();  // nothing is held, so the host is not called
   for (const int button : {5, 3, 5}) VYRACommandButtonPress(button);

@@ -77,7 +77,6 @@ OwnDisplay::OwnDisplay(int itsWidth, int itsHeight) : width(itsWidth), height(it
   }
   close(ends[1]);
   // It writes its number, and a line end behind it, once it takes connections.
-  name = ":";
   char character = '\0';
   while (read(ends[0], &character, 1) == 1 && character != '\n') name += character;
   close(ends[0]);

@@ -24,7 +24,7 @@ class OwnDisplay {
   int width;
   int height;
   pid_t server = 0;
-  std::string name;
+  std::string name{":"};
 };
 
 class WindowedFlight {

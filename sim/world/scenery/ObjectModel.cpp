@@ -20,6 +20,8 @@ namespace {
 
 constexpr std::size_t kMostCorners = 64;  // of one face
 
+std::string Quoted(std::string_view word) { return std::string(1, '"').append(word).append("\""); }
+
 class LineChecker {
  public:
   LineChecker(const std::string& file, const std::string& materialFolder)
@@ -43,7 +45,7 @@ class LineChecker {
     } else if (keyword == "mtllib") {
       CheckMaterials(words);
     } else if (keyword != "o" && keyword != "g" && keyword != "s" && keyword != "usemtl") {
-      Fail("there is no \"" + std::string(keyword) + "\" here");
+      Fail(std::string("there is no ") + Quoted(keyword) + " here");
     }
   }
 
@@ -69,7 +71,7 @@ class LineChecker {
       float number = 0.0F;
       const std::from_chars_result result = std::from_chars(word.data(), word.data() + word.size(), number);
       if (result.ec != std::errc() || result.ptr != word.data() + word.size() || !std::isfinite(number))
-        Fail("\"" + std::string(word) + "\" is no number");
+        Fail(Quoted(word) + " is no number");
     }
   }
 
@@ -85,8 +87,7 @@ class LineChecker {
       const bool isThere = number < 0 ? number >= -points : number > 0 && number <= points;
       if (result.ec != std::errc() || result.ptr != corner.data() + corner.size() || !isThere ||
           word.find_first_not_of("0123456789/-") != std::string_view::npos)
-        Fail("\"" + std::string(word) + "\" is no corner of the " + std::to_string(points) +
-             " that stand above");
+        Fail(Quoted(word) + " is no corner of the " + std::to_string(points) + " that stand above");
     }
     ++faces;
   }
