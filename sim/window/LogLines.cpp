@@ -2,23 +2,15 @@
 
 #include <algorithm>
 
+#include "window/Search.h"
+
 namespace sim {
 namespace {
-
-char Small(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-// `wanted` is in small letters.
-bool Contains(std::string_view line, std::string_view wanted) {
-  const auto isSame = [](char letter, char wantedLetter) { return Small(letter) == wantedLetter; };
-  return std::search(line.begin(), line.end(), wanted.begin(), wanted.end(), isSame) != line.end();
-}
 
 bool IsWanted(const LogFilter& filter, const LogLine& line, std::string_view text) {
   if (filter.takesWarningsAlone && !line.isWarning) return false;
   if (filter.writer != LogFilter::kAnybody && filter.writer != line.writer) return false;
-  return filter.text.empty() || Contains(text.substr(line.begin, line.length), filter.text);
+  return Finds(filter.text, text.substr(line.begin, line.length));
 }
 
 }  // namespace
@@ -49,10 +41,8 @@ void LogLines::Follow(std::string_view text, std::span<const LogPassage> passage
 }
 
 void FilteredLog::Follow(std::string_view text, const LogLines& lines, const LogFilter& wanted) {
-  LogFilter small = wanted;
-  std::ranges::transform(small.text, small.text.begin(), Small);
-  if (small != filter) {
-    filter = std::move(small);
+  if (wanted != filter) {
+    filter = wanted;
     shown.clear();
     looked = 0;
   }

@@ -47,7 +47,7 @@ class LogLines {
 struct LogFilter {
   static constexpr int kAnybody = -1;
 
-  std::string text;  // occurs in the line, in whatever case; empty for any
+  std::string text;  // to be found in the line, as Finds of window/Search.h has it; empty for any
   int writer = kAnybody;
   bool takesWarningsAlone = false;
 

@@ -28,13 +28,13 @@ std::string StepText(int frame, const nlohmann::json& step) {
   return text.dump();
 }
 
-// The steps of the flight file in their rows: those of a row follow each other.
-void AddPlannedSteps(int lastFrame, std::vector<std::string>& texts) {
+// Takes the text of each step of the flight file in their rows: those of a row follow each other.
+template <class Take>
+void ForPlannedSteps(int lastFrame, const Take& take) {
   if (gFlightRunner == nullptr) return;
   for (const StepRow& row : gFlightRunner->Plan().rows)
     for (const Step& step : row.steps)
-      if (row.frame <= lastFrame && gFlightRunner->Of(step).progress != Progress::Waiting)
-        texts.push_back(step.text);
+      if (row.frame <= lastFrame && gFlightRunner->Of(step).progress != Progress::Waiting) take(step.text);
 }
 
 }  // namespace
@@ -56,13 +56,22 @@ void Recording::Stop() { lastFrame = gWorld.frame; }
 
 int Recording::Frames() const { return lastFrame.value_or(gWorld.frame); }
 
-std::size_t Recording::Steps() const { return StepTexts().size(); }
+// Asked for in each frame, and there may be many.
+std::size_t Recording::Steps() const {
+  std::size_t count = OfUser().size();
+  ForPlannedSteps(Frames(), [&count](const std::string&) { ++count; });
+  return count;
+}
+
+std::span<const Recording::RecordedStep> Recording::OfUser() const {
+  const auto end = std::ranges::upper_bound(steps, Frames(), {}, &RecordedStep::frame);
+  return {steps.begin(), end};
+}
 
 std::vector<std::string> Recording::StepTexts() const {
   std::vector<std::string> texts;
-  AddPlannedSteps(Frames(), texts);
-  for (const RecordedStep& step : steps)
-    if (step.frame <= Frames()) texts.push_back(step.text);
+  ForPlannedSteps(Frames(), [&texts](const std::string& text) { texts.push_back(text); });
+  for (const RecordedStep& step : OfUser()) texts.push_back(step.text);
   return texts;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -41,10 +42,11 @@ class Recording {
     std::string text;  // JSON
   };
 
+  std::span<const RecordedStep> OfUser() const;
   std::vector<std::string> StepTexts() const;
 
   RecordedFlight flight;
-  std::vector<RecordedStep> steps;
+  std::vector<RecordedStep> steps;  // by frame
   std::optional<int> lastFrame;
 };
 

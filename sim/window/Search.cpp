@@ -4,17 +4,22 @@
 #include <imgui/imgui_stdlib.h>
 
 #include <algorithm>
-#include <cctype>
 
 #include "window/WidgetPlaces.h"
 #include "window/Widgets.h"
 
 namespace sim {
 
+namespace {
+
+char Small(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+}  // namespace
+
 bool Finds(std::string_view search, std::string_view text) {
-  const auto isSame = [](unsigned char left, unsigned char right) {
-    return std::tolower(left) == std::tolower(right);
-  };
+  const auto isSame = [](char left, char right) { return Small(left) == Small(right); };
   while (!search.empty()) {
     const std::string_view word = search.substr(0, search.find(' '));
     if (std::search(text.begin(), text.end(), word.begin(), word.end(), isSame) == text.end() &&

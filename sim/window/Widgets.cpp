@@ -23,6 +23,11 @@ void Swatch(ImU32 colour) {
   ImGui::SameLine();
 }
 
+void TextCell(const std::string& text) {
+  ImGui::TableNextColumn();
+  ImGui::TextUnformatted(text.c_str());
+}
+
 void NumberCell(const std::string& text) {
   ImGui::TableNextColumn();
   const float room = ImGui::GetContentRegionAvail().x - ImGui::CalcTextSize(text.c_str()).x;

@@ -3,6 +3,7 @@
 
 #include <imgui.h>
 
+#include <cstddef>
 #include <string>
 
 #include "report/Clock.h"
@@ -20,6 +21,19 @@ void FaintText(const std::string& text);
 
 // A small square, with what comes next beside it.
 void Swatch(ImU32 colour);
+
+// The next cell of a table.
+void TextCell(const std::string& text);
+
+// Draws those rows of many that can be seen, by their numbers from 0 on.
+template <class DrawRow>
+void DrawVisibleRows(std::size_t count, const DrawRow& drawRow) {
+  ImGuiListClipper clipper;
+  clipper.Begin(static_cast<int>(count));
+  while (clipper.Step())
+    for (int row = clipper.DisplayStart; row < clipper.DisplayEnd; ++row)
+      drawRow(static_cast<std::size_t>(row));
+}
 
 // The next cell of a table, its text against the right edge.
 void NumberCell(const std::string& text);

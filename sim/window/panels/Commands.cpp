@@ -15,6 +15,7 @@
 #include "window/Panel.h"
 #include "window/Search.h"
 #include "window/WidgetPlaces.h"
+#include "window/Widgets.h"
 
 namespace sim {
 namespace {
@@ -63,8 +64,7 @@ std::string HandlersText(VYRACommandRef command) {
 }
 
 void DrawCell(const std::string& text) {
-  ImGui::TableNextColumn();
-  ImGui::TextUnformatted(text.c_str());
+  TextCell(text);
   if (!text.empty() && ImGui::IsItemHovered()) ImGui::SetTooltip("%s", text.c_str());
 }
 
@@ -95,11 +95,7 @@ void DrawTable() {
   ImGui::TableSetupColumn("made by", ImGuiTableColumnFlags_WidthStretch, 2.0F);
   ImGui::TableSetupColumn("description", ImGuiTableColumnFlags_WidthStretch, 4.0F);
   ImGui::TableHeadersRow();
-  ImGuiListClipper clipper;
-  clipper.Begin(static_cast<int>(gListed.size()));
-  while (clipper.Step())
-    for (int row = clipper.DisplayStart; row < clipper.DisplayEnd; ++row)
-      DrawRow(gListed[static_cast<std::size_t>(row)]);
+  DrawVisibleRows(gListed.size(), [](std::size_t row) { DrawRow(gListed[row]); });
   ImGui::EndTable();
 }
 

@@ -13,6 +13,7 @@
 #include "window/Search.h"
 #include "window/ValueField.h"
 #include "window/WidgetPlaces.h"
+#include "window/Widgets.h"
 
 namespace sim {
 namespace {
@@ -59,12 +60,9 @@ void DrawRow(const VYRADataRefInfo& dataRef) {
   MarkWidget(kPanel, place.name);
   ImGui::TableNextColumn();
   DrawValue(kPanel, place, dataRef.types, dataRef.isWritable != 0);
-  ImGui::TableNextColumn();
-  ImGui::TextUnformatted(TypeNames(dataRef.types).c_str());
-  ImGui::TableNextColumn();
-  ImGui::TextUnformatted(dataRef.isWritable != 0 ? "yes" : "no");
-  ImGui::TableNextColumn();
-  ImGui::TextUnformatted(OwnerOf(dataRef.owner).c_str());
+  TextCell(TypeNames(dataRef.types));
+  TextCell(dataRef.isWritable != 0 ? "yes" : "no");
+  TextCell(OwnerOf(dataRef.owner));
   ImGui::PopID();
 }
 
@@ -80,11 +78,7 @@ void DrawTable(float height) {
   ImGui::TableSetupColumn("writable", ImGuiTableColumnFlags_WidthFixed);
   ImGui::TableSetupColumn("owner", ImGuiTableColumnFlags_WidthStretch, 2.0F);
   ImGui::TableHeadersRow();
-  ImGuiListClipper clipper;
-  clipper.Begin(static_cast<int>(gListed.size()));
-  while (clipper.Step())
-    for (int row = clipper.DisplayStart; row < clipper.DisplayEnd; ++row)
-      DrawRow(gListed[static_cast<std::size_t>(row)]);
+  DrawVisibleRows(gListed.size(), [](std::size_t row) { DrawRow(gListed[row]); });
   ImGui::EndTable();
 }
 
@@ -108,10 +102,8 @@ void DrawElements(const VYRADataRefInfo& dataRef, int count) {
   ImGui::TableSetupColumn("", ImGuiTableColumnFlags_WidthFixed);
   ImGui::TableSetupColumn("", ImGuiTableColumnFlags_WidthFixed);
   ImGui::TableSetupColumn("", ImGuiTableColumnFlags_WidthStretch);
-  ImGuiListClipper clipper;
-  clipper.Begin(count);
-  while (clipper.Step())
-    for (int index = clipper.DisplayStart; index < clipper.DisplayEnd; ++index) DrawElement(dataRef, index);
+  DrawVisibleRows(static_cast<std::size_t>(count),
+                  [&](std::size_t index) { DrawElement(dataRef, static_cast<int>(index)); });
   ImGui::EndTable();
 }
 

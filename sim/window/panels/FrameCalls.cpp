@@ -78,14 +78,10 @@ void DrawTable(const PickedFrame& picked, const FrameHistory& history) {
   ImGui::TableSetupColumn("took ms", ImGuiTableColumnFlags_WidthFixed, number);
   ImGui::TableSetupColumn("own ms", ImGuiTableColumnFlags_WidthFixed, number);
   ImGui::TableHeadersRow();
-  ImGuiListClipper clipper;
-  clipper.Begin(static_cast<int>(picked.calls.size()));
-  while (clipper.Step())
-    for (int row = clipper.DisplayStart; row < clipper.DisplayEnd; ++row) {
-      const FoldedCall& call = picked.calls[static_cast<std::size_t>(row)];
-      DrawCall(call, history.Plugins()[call.first.plugin].signature);
-    }
-  clipper.End();
+  DrawVisibleRows(picked.calls.size(), [&](std::size_t row) {
+    const FoldedCall& call = picked.calls[row];
+    DrawCall(call, history.Plugins()[call.first.plugin].signature);
+  });
   ImGui::EndTable();
 }
 

@@ -129,12 +129,7 @@ void DrawLines() {
   ImGui::PushStyleVar(ImGuiStyleVar_ItemSpacing, {0.0F, 1.0F});
   if (ImGui::BeginChild("lines", {0.0F, 0.0F}, true, ImGuiWindowFlags_HorizontalScrollbar)) {
     ImGui::PushFont(MonospacedFont());
-    ImGuiListClipper clipper;
-    clipper.Begin(static_cast<int>(gView.filtered.Shown().size()));
-    while (clipper.Step())
-      for (int shown = clipper.DisplayStart; shown < clipper.DisplayEnd; ++shown)
-        DrawLine(static_cast<std::size_t>(shown));
-    clipper.End();
+    DrawVisibleRows(gView.filtered.Shown().size(), DrawLine);
     ImGui::PopFont();
     if (ImGui::IsWindowFocused() && ImGui::GetIO().KeyCtrl &&
         ImGui::IsKeyPressed(ImGui::GetKeyIndex(ImGuiKey_C)))

@@ -15,6 +15,7 @@
 #include "window/Panel.h"
 #include "window/Search.h"
 #include "window/WidgetPlaces.h"
+#include "window/Widgets.h"
 
 namespace sim {
 namespace {
@@ -26,11 +27,6 @@ constexpr ImGuiTableFlags kTable =
 std::string gProblem;
 VYRAHotKeyID gAwaitsKey = nullptr;  // while a key is captured for it
 
-void DrawCell(const std::string& text) {
-  ImGui::TableNextColumn();
-  ImGui::TextUnformatted(text.c_str());
-}
-
 void BeginColumns(std::initializer_list<const char*> names) {
   for (const char* const name : names) ImGui::TableSetupColumn(name);
   ImGui::TableHeadersRow();
@@ -40,11 +36,11 @@ void BeginColumns(std::initializer_list<const char*> names) {
 
 void DrawWindow(const VYRAWindowInfo& window) {
   ImGui::TableNextRow();
-  DrawCell(OwnerOf(window.plugin));
-  DrawCell(fmt::format("{}, {} to {}, {}", window.left, window.bottom, window.right, window.top));
-  DrawCell(window.isShown != 0 ? "shown" : "hidden");
-  DrawCell(window.hasKeyboardFocus != 0 ? "has focus" : "");
-  DrawCell(window.holdsMouse != 0 ? "holds mouse" : "");
+  TextCell(OwnerOf(window.plugin));
+  TextCell(fmt::format("{}, {} to {}, {}", window.left, window.bottom, window.right, window.top));
+  TextCell(window.isShown != 0 ? "shown" : "hidden");
+  TextCell(window.hasKeyboardFocus != 0 ? "has focus" : "");
+  TextCell(window.holdsMouse != 0 ? "holds mouse" : "");
 }
 
 void DrawWindows() {
@@ -75,10 +71,10 @@ void DrawHotKey(const HotKeyInfo& hotKey) {
   const bool isAwaiting = gAwaitsKey == hotKey.hotKey && IsCapturingKey();
   ImGui::PushID(hotKey.hotKey);
   ImGui::TableNextRow();
-  DrawCell(isAwaiting ? "press a key" : CombinationText(hotKey.virtualKey, hotKey.flags));
-  DrawCell(hotKey.description);
-  DrawCell(OwnerOf(hotKey.plugin));
-  DrawCell(VYRAIsPluginEnabled(hotKey.plugin) != 0 ? "enabled" : "disabled");
+  TextCell(isAwaiting ? "press a key" : CombinationText(hotKey.virtualKey, hotKey.flags));
+  TextCell(hotKey.description);
+  TextCell(OwnerOf(hotKey.plugin));
+  TextCell(VYRAIsPluginEnabled(hotKey.plugin) != 0 ? "enabled" : "disabled");
   ImGui::TableNextColumn();
   if (ImGui::SmallButton(isAwaiting ? "Cancel" : "Rebind")) {
     if (isAwaiting)
@@ -104,8 +100,8 @@ void DrawBindings() {
   BeginColumns({"key", "command"});
   for (const Binding& binding : KeyBindings()) {
     ImGui::TableNextRow();
-    DrawCell(binding.keyName);
-    DrawCell(binding.command);
+    TextCell(binding.keyName);
+    TextCell(binding.command);
   }
   ImGui::EndTable();
 }
